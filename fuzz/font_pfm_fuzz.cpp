@@ -1,0 +1,8 @@
+// Printer font metrics.
+
+#include "support/font_file.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  hvfuzz::DescribeFont("pfm", data, size);
+  return 0;
+}

@@ -1,0 +1,51 @@
+#include "platform/directory_entries.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <memory>
+
+#include "platform/posix/names.h"
+#include "support/path_text.h"
+
+namespace hv::platform {
+namespace {
+
+// Adds the entry `name` of a directory, unless it went away or leads nowhere.
+void AddEntry(int directory, const char* name, std::vector<DirectoryEntry>* entries) {
+  struct stat link;
+  struct stat status;
+  if (fstatat(directory, name, &link, AT_SYMLINK_NOFOLLOW) != 0) return;
+  if (fstatat(directory, name, &status, 0) != 0) return;
+  DirectoryEntry entry;
+  entry.name = FileNamePart(name);
+  entry.isDirectory = S_ISDIR(status.st_mode);
+  entry.isPlainDirectory = S_ISDIR(link.st_mode);
+  if (!entry.isDirectory) entry.size = static_cast<uint64_t>(status.st_size);
+  entries->push_back(std::move(entry));
+}
+
+}  // namespace
+
+std::vector<DirectoryEntry> EntryNamed(const char* path) {
+  std::vector<DirectoryEntry> entries;
+  AddEntry(AT_FDCWD, SystemName(path).c_str(), &entries);
+  return entries;
+}
+
+std::vector<DirectoryEntry> MatchingEntries(const std::string& folder,
+                                            std::string_view namePattern) {
+  std::vector<DirectoryEntry> entries;
+  const std::unique_ptr<DIR, int (*)(DIR*)> open(
+      opendir(folder.empty() ? "." : SystemName(folder.c_str()).c_str()), closedir);
+  if (open == nullptr) return entries;
+  while (const dirent* found = readdir(open.get())) {
+    const std::string_view name = found->d_name;
+    if (name == "." || name == ".." || !MatchesWildcard(name, namePattern)) continue;
+    AddEntry(dirfd(open.get()), found->d_name, &entries);
+  }
+  return entries;
+}
+
+}  // namespace hv::platform

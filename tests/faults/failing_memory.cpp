@@ -1,0 +1,73 @@
+#include "faults/failing_memory.h"
+
+#include <cstdlib>
+#include <new>
+
+#include "api/caller_memory.h"
+
+namespace {
+
+// Of the thread that runs the test; others get their memory.
+struct Plan {
+  bool active = false;
+  bool fromThenOn = false;
+  bool failed = false;
+  std::size_t untilFailure = 0;
+  std::size_t allocated = 0;
+};
+thread_local Plan plan;
+
+void* Allocate(std::size_t size) {
+  if (plan.active) {
+    const bool fails = plan.untilFailure == 0 && (plan.fromThenOn || !plan.failed);
+    if (fails) {
+      plan.failed = true;
+      return nullptr;
+    }
+    if (plan.untilFailure > 0) --plan.untilFailure;
+    plan.allocated += size;
+  }
+  return std::calloc(size == 0 ? 1 : size, 1);
+}
+
+}  // namespace
+
+namespace hvtest {
+
+FailingMemory::FailingMemory(std::size_t failing, bool fromThenOn) {
+  plan = {true, fromThenOn, false, failing, 0};
+}
+FailingMemory::~FailingMemory() {
+  plan = {};
+}
+bool FailingMemory::Failed() const {
+  return plan.failed;
+}
+std::size_t FailingMemory::Allocated() const {
+  return plan.allocated;
+}
+
+}  // namespace hvtest
+
+namespace hv {
+
+void* AllocateForCaller(std::size_t size) {
+  return Allocate(size);
+}
+void ReleaseForCaller(void* block) {
+  std::free(block);
+}
+
+}  // namespace hv
+
+void* operator new(std::size_t size) {
+  void* const block = Allocate(size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+void operator delete(void* block) noexcept {
+  std::free(block);
+}
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+  std::free(block);
+}

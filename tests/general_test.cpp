@@ -1,0 +1,67 @@
+// Library information, memory release, parts of a path.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+#include <string>
+
+#include "hvapi.h"
+
+TEST(ApiInfo, HoldsTheDocumentedWords) {
+  struct {
+    HvApiInfo info;
+    unsigned char behind[16];
+  } record;
+  std::memset(&record, 0xAA, sizeof record);
+  HvGenQueryApiInfo(&record.info);
+
+  const std::map<int, int> expected = {{0, 830}, {1, 32}, {2, 2},  {3, 2},  {11, 1}, {12, 1},
+                                       {16, 1},  {17, 1}, {20, 1}, {23, 1}, {26, 1}, {28, 1}};
+  for (int i = 0; i < 64; ++i) {
+    const auto word = expected.find(i);
+    EXPECT_EQ(record.info.words[i], word == expected.end() ? 0 : word->second) << "word " << i;
+  }
+  for (const unsigned char byte : record.behind) EXPECT_EQ(byte, 0xAA);
+}
+
+TEST(MemFree, TakesNull) {
+  HvMemFree(nullptr);
+}
+
+TEST(PathCopies, SplitAtTheLastSeparatorAndUpperCase) {
+  const struct {
+    const char* path;
+    const char* directory;
+    const char* file;
+  } cases[] = {
+      {"c:\\fonts\\arial.pcl", "C:\\FONTS\\", "ARIAL.PCL"},
+      {"a:b/c\\d", "A:B/C\\", "D"},
+      {"name", "", "NAME"},
+      {"c:", "C:", ""},
+      {"c:x", "C:", "X"},
+      {"", "", ""},
+      {"\\", "\\", ""},
+      {"/a\\b:c", "/A\\B:", "C"},
+      {"dir/\xE4\xF6z{`[", "DIR/", "\xE4\xF6Z{`["},
+      {nullptr, "", ""},
+  };
+  for (const auto& c : cases) {
+    char file[40] = "untouched";
+    char directory[40] = "untouched";
+    EXPECT_EQ(HvStrCpyFile(file, c.path), file);
+    EXPECT_EQ(HvStrCpyPath(directory, c.path), directory);
+    EXPECT_STREQ(file, c.file) << (c.path ? c.path : "NULL");
+    EXPECT_STREQ(directory, c.directory) << (c.path ? c.path : "NULL");
+  }
+}
+
+TEST(PathCopies, GiveAnEmptyTextForNoBuffer) {
+  EXPECT_STREQ(HvStrCpyFile(nullptr, "a/b"), "");
+  EXPECT_STREQ(HvStrCpyPath(nullptr, "a/b"), "");
+}
+
+TEST(PathCopies, WorkInPlace) {
+  char path[] = "dir/name.txt";
+  EXPECT_STREQ(HvStrCpyFile(path, path), "NAME.TXT");
+}

@@ -1,0 +1,66 @@
+// What becomes of files that are copied or rewritten when the disk is full.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "hvapi.h"
+#include "support/posix/file_size_limit.h"
+#include "support/test_folder.h"
+
+namespace {
+
+using hvtest::FileSizeLimit;
+using hvtest::OpenHandleCount;
+using hvtest::ReadFile;
+using hvtest::ScopedVariable;
+using hvtest::TestFolder;
+
+constexpr rlim_t Room = 4096;
+
+uint32_t HVAPI_CALL KeepLine(char* /*line*/, uintptr_t /*argument*/) {
+  return 0;
+}
+
+TEST(FilesOnAFullDisk, LeavesTheTargetOfACopyAsItWas) {
+  const TestFolder folder;
+  const std::string source = folder.Add("source", std::string(2 * Room, 's'));
+  const std::string target = folder.Add("target", "old");
+  const std::string fresh = folder / "fresh";
+  char backup[260];
+  const std::size_t handles = OpenHandleCount();
+  {
+    const FileSizeLimit full(Room);
+    EXPECT_EQ(HvFilCopy(source.c_str(), target.c_str()), HV_DISK_FULL);
+    EXPECT_EQ(HvFilCopy(source.c_str(), fresh.c_str()), HV_DISK_FULL);
+    EXPECT_EQ(HvFilBackup(source.c_str(), backup), HV_DISK_FULL);
+  }
+  EXPECT_EQ(OpenHandleCount(), handles);
+  EXPECT_EQ(ReadFile(target), "old");
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"source", "target"}));
+  EXPECT_EQ(HvFilCopy(source.c_str(), target.c_str()), HV_OK);
+}
+
+TEST(FilesOnAFullDisk, LeavesAFileThatIsRewrittenAsItWas) {
+  // The text grows by the CR of each line; it fits one buffer of a stream, or takes several.
+  for (const std::size_t lines : {Room / 2 - 10, rlim_t{100000}}) {
+    const TestFolder folder;
+    const TestFolder temporary;
+    const ScopedVariable tmp("TMP", temporary.Path().string());
+    std::string text;
+    for (std::size_t i = 0; i < lines; ++i) text += "x\n";
+    const std::string path = folder.Add("text", text);
+    const std::size_t handles = OpenHandleCount();
+    {
+      const FileSizeLimit full(Room);
+      EXPECT_EQ(HvFilModify(path.c_str(), 0, KeepLine), HV_WRITE_FAILED) << lines;
+    }
+    EXPECT_EQ(OpenHandleCount(), handles);
+    EXPECT_EQ(ReadFile(path), text);
+    EXPECT_EQ(temporary.Names(), std::vector<std::string>{});
+    EXPECT_EQ(folder.Names(), std::vector<std::string>{"text"});
+  }
+}
+
+}  // namespace

@@ -1,0 +1,305 @@
+// Queues that are directories: the documents that appear in them, and what a failure leaves.
+
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "hvapi.h"
+#include "support/fake_nbx.h"
+#include "support/jobs.h"
+#include "support/posix/child.h"
+#include "support/spooler_report.h"
+#include "support/test_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using hvtest::ChildResult;
+using hvtest::Job;
+using hvtest::OpenHandleCount;
+using hvtest::ReadFile;
+using hvtest::ScopedVariable;
+using hvtest::TestFolder;
+using Names = std::vector<std::string>;
+
+// A ticket with each digit of its time as 9.
+std::string WithoutTime(std::string ticket) {
+  std::size_t at = ticket.find("\ntime=");
+  while (at < ticket.size() && ticket.compare(at, 7, "\nbytes=") != 0) {
+    if (ticket[at] >= '0' && ticket[at] <= '9') ticket[at] = '9';
+    ++at;
+  }
+  return ticket;
+}
+
+class SpoolQueues : public testing::Test {
+ protected:
+  SpoolQueues() { fs::create_directory(spool_ / "queue"); }
+
+  // Sends a text as a document without framing.
+  uint32_t Print(const std::string& text, const char* name = "name") {
+    const HvJobInfo job = Job(0, 0, name);
+    return HvDatSendString(("$" + text).c_str(), "queue", &job, 0);
+  }
+
+  Names Queued() const {
+    Names names;
+    for (const auto& entry : fs::directory_iterator(spool_ / "queue")) {
+      names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+  std::string Queued(const std::string& name) const { return ReadFile(spool_ / ("queue/" + name)); }
+
+  TestFolder spool_;
+  ScopedVariable variable_{"HVAPI_SPOOL", spool_.Path().string()};
+  ScopedVariable noOtherQueues_{"CUPS_SERVER", spool_ / "no server"};
+};
+
+TEST_F(SpoolQueues, HoldADocumentAndItsTicket) {
+  const std::size_t handles = OpenHandleCount();
+  const HvJobInfo job = Job(JOB_FLAG_PJL, JOB_EMULATION_PCL, "Weekly\nreport\x7F\xE4", 3);
+  EXPECT_EQ(HvDatSendString("$a\\nb", "queue", &job, 1), HV_OK);
+  EXPECT_EQ(Print("", nullptr), HV_OK);
+  EXPECT_EQ(Queued(), (Names{"000001.job", "000001.prn", "000002.job", "000002.prn"}));
+  const std::string document =
+      "\x1B%-12345X@PJL RDYMSG DISPLAY = \"Weekly\nreport\x7F\xE4\"\n"
+      "@PJL ENTER LANGUAGE = PCL\na\nb\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n\x1B%-12345X";
+  EXPECT_EQ(Queued("000001.prn"), document);
+  const std::string user = "\nuser=" + hvtest::UserNameOfSystem();
+  const std::string time = "\ntime=9999-99-99T99:99:99Z";
+  EXPECT_EQ(WithoutTime(Queued("000001.job")), "name=Weekly report\x7F\xE4" + user + time +
+                                                   "\nbytes=" + std::to_string(document.size()) +
+                                                   "\n");
+  EXPECT_EQ(WithoutTime(Queued("000002.job")), "name=Pallado Job" + user + time + "\nbytes=0\n");
+  EXPECT_EQ(Queued("000002.prn"), "");
+  EXPECT_EQ(OpenHandleCount(), handles);
+}
+
+TEST_F(SpoolQueues, CountOnFromTheLastDocument) {
+  const struct {
+    const char* there;
+    const char* next;
+  } cases[] = {
+      {"000007.prn", "000008"},
+      {"000041.job", "000042"},
+      {"999999.prn", "1000000"},
+      {"1000005.job", "1000006"},
+      // Files of others do not count.
+      {"2000000.txt", "1000007"},
+      {"00000A.prn", "1000008"},
+      {"99999999.prn~", "1000009"},
+      {".99999999.prn", "1000010"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.there);
+    spool_.Add(std::string("queue/") + c.there, "other");
+    EXPECT_EQ(Print(c.next), HV_OK);
+    EXPECT_EQ(Queued(std::string(c.next) + ".prn"), c.next);
+    EXPECT_EQ(Queued(c.there), "other");
+  }
+}
+
+TEST_F(SpoolQueues, WhoseNumbersAreUsedUpOverwriteNothing) {
+  spool_.Add("queue/999999999999999999.prn", "the last");
+  Print("lost");
+  EXPECT_EQ(Queued(), Names{"999999999999999999.prn"});
+  EXPECT_EQ(Queued("999999999999999999.prn"), "the last");
+}
+
+TEST_F(SpoolQueues, TakeDocumentsOfThreadsAndProcessesAtOnce) {
+  constexpr int Writers = 4;
+  constexpr int DocumentsEach = 8;
+  const auto printAll = [this](int writer) {
+    for (int i = 0; i < DocumentsEach; ++i) {
+      // Of different lengths, so that a mixture of two shows in the ticket.
+      const std::string text(static_cast<std::size_t>(1 + writer * DocumentsEach + i), 'x');
+      if (Print(text) != HV_OK) return false;
+    }
+    return true;
+  };
+  std::vector<pid_t> children;
+  for (int writer = 0; writer < Writers; ++writer) {
+    const pid_t child = fork();
+    if (child == 0) _exit(printAll(writer) ? 0 : 1);
+    children.push_back(child);
+  }
+  std::vector<std::thread> threads;
+  for (int writer = Writers; writer < 2 * Writers; ++writer) {
+    threads.emplace_back([&, writer] { EXPECT_TRUE(printAll(writer)); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const pid_t child : children) {
+    int status = -1;
+    EXPECT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+
+  constexpr std::size_t All = 2 * Writers * DocumentsEach;
+  EXPECT_EQ(Queued().size(), 2 * All);
+  std::set<std::size_t> lengths;
+  for (std::size_t number = 1; number <= All; ++number) {
+    const std::string digits = std::to_string(number);
+    const std::string stem = std::string(6 - digits.size(), '0') + digits;
+    const std::size_t length = Queued(stem + ".prn").size();
+    EXPECT_NE(Queued(stem + ".job").find("\nbytes=" + std::to_string(length) + "\n"),
+              std::string::npos)
+        << stem;
+    lengths.insert(length);
+  }
+  EXPECT_EQ(lengths.size(), All);
+  EXPECT_EQ(*lengths.rbegin(), All);
+}
+
+TEST_F(SpoolQueues, LieInTheFolderThatTheEnvironmentTells) {
+  const std::string home = spool_ / "home";
+  const std::string state = spool_ / "state";
+  fs::create_directories(home + "/.local/state/hvapi/spool/queue");
+  fs::create_directories(state + "/hvapi/spool/queue");
+  const ScopedVariable noFolder("HVAPI_SPOOL", "");
+  const ScopedVariable homeFolder("HOME", home);
+  {
+    const ScopedVariable stateFolder("XDG_STATE_HOME", state);
+    EXPECT_EQ(Print("state"), HV_OK);
+  }
+  const ScopedVariable noStateFolder("XDG_STATE_HOME", "");
+  EXPECT_EQ(Print("home"), HV_OK);
+  EXPECT_EQ(ReadFile(state + "/hvapi/spool/queue/000001.prn"), "state");
+  EXPECT_EQ(ReadFile(home + "/.local/state/hvapi/spool/queue/000001.prn"), "home");
+}
+
+// Names that are no queue of the folder, and a queue that takes no document, are files.
+TEST_F(SpoolQueues, AreNamedPlainlyOrNotMeant) {
+  const struct {
+    const char* spool;
+    const char* destination;
+    const char* made;  // in the working directory, empty for nothing
+  } cases[] = {
+      {spool_.Path().c_str(), "sub/../queue", "queue"},
+      {spool_.Path().c_str(), "sub\\..\\queue", "queue"},
+      {spool_.Path().c_str(), "missing", "missing"},
+      {spool_.Path().c_str(), ".", ""},
+      {spool_.Path().c_str(), "..", ""},
+      {"/proc", "self", "self"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.destination);
+    const TestFolder work;
+    fs::create_directory(work / "sub");
+    const ScopedVariable spool("HVAPI_SPOOL", c.spool);
+    const ChildResult result = hvtest::RunInChild([&] {
+      const HvJobInfo job = Job(0);
+      if (chdir(work.Path().c_str()) != 0) return std::string("no folder");
+      return std::to_string(HvDatSendString("$bytes", c.destination, &job, 0));
+    });
+    const bool isFile = *c.made != '\0';
+    EXPECT_EQ(result.answer, std::to_string(isFile ? HV_OK : HV_CANNOT_OPEN));
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(work.Names(), isFile ? (Names{c.made, "sub"}) : Names{"sub"});
+    if (isFile) {
+      EXPECT_EQ(ReadFile(work / c.made), "bytes");
+    }
+  }
+  EXPECT_EQ(Queued(), Names{});
+}
+
+// Ways to make the queue's disk hold no more than 64 KB, in a process of its own.
+bool MountSmallDisk(const std::string& folder) {
+  return unshare(CLONE_NEWNS) == 0 &&
+         mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+         mount("none", folder.c_str(), "tmpfs", 0, "size=64k") == 0;
+}
+bool LimitFileSize(const std::string& /*folder*/) {
+  const rlimit limit = {65536, 65536};
+  return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limit) == 0;
+}
+
+class FullDisk : public SpoolQueues,
+                 public testing::WithParamInterface<bool (*)(const std::string&)> {};
+
+TEST_P(FullDisk, EndsTheDocumentWithTwoLinesAndLeavesNothing) {
+  const std::string queue = spool_ / "queue";
+  // Text up to its first NUL is shown of the chunk that did not fit.
+  std::string payload;
+  while (payload.size() < 200000)
+    payload += "chunk" + std::string(1, '\0') + std::string(2042, 'x');
+  const std::string source = spool_.Add("source", payload);
+  for (const bool withNul : {true, false}) {
+    if (!withNul) spool_.Add("source", std::string(200000, 'y'));
+    const ChildResult result = hvtest::RunInChild([&]() -> std::string {
+      if (!GetParam()(queue)) return "no such disk";
+      const std::size_t handles = OpenHandleCount();
+      const HvJobInfo job = Job(JOB_FLAG_PJL | JOB_FLAG_ESC_K, 3, "name");
+      const uint32_t code = HvDatSendFile(source.c_str(), "queue", &job, 0);
+      const bool closed = OpenHandleCount() == handles;
+      const bool empty = fs::is_empty(queue);
+      // The queue is as good as before.
+      const HvJobInfo smallJob = Job(0);
+      const uint32_t after = HvDatSendString("$fits", "queue", &smallJob, 0);
+      return std::to_string(code) + (closed ? " closed" : " open") +
+             (empty ? " empty " : " left ") + std::to_string(after) + " " +
+             ReadFile(queue + "/000001.prn");
+    });
+    if (result.answer == "no such disk") GTEST_SKIP() << "a small disk cannot be mounted here";
+    EXPECT_EQ(result.answer, "14 closed empty 0 fits");
+    const std::string shown = withNul ? "chunk" : std::string(2048, 'y');
+    EXPECT_TRUE(hvtest::IsSpoolerReport(result.output, shown, 112));
+    fs::remove_all(queue);
+    fs::create_directory(queue);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(EachKind, FullDisk, testing::Values(MountSmallDisk, LimitFileSize));
+
+TEST(FileDestination, ThatIsFullSaysSoByItsCodeAlone) {
+  const TestFolder folder;
+  const std::string source = folder.Add("source", "bytes");
+  const ChildResult result = hvtest::RunInChild([&] {
+    const std::size_t handles = OpenHandleCount();
+    const HvJobInfo pjl = Job(JOB_FLAG_PJL, 5, "name", 2);
+    const HvJobInfo bare = Job(0);
+    std::string codes;
+    for (const HvJobInfo* job : {&pjl, &bare}) {
+      codes += std::to_string(HvDatSendFile(source.c_str(), "/dev/full", job, 0)) + " " +
+               std::to_string(HvDatSendString("$abc", "/dev/full", job, 1)) + " " +
+               std::to_string(HvGenResource(STORAGE_FORMAT, "/dev/full", job, 2)) + " ";
+    }
+    return codes + (OpenHandleCount() == handles ? "closed" : "open");
+  });
+  EXPECT_EQ(result.answer, "7 7 7 7 7 7 closed");
+  EXPECT_EQ(result.output, "");
+}
+
+// The longest destination and source of all.
+TEST(FileDestination, MayHave260Characters) {
+  const TestFolder folder;
+  const HvJobInfo job = Job(0);
+  const std::size_t missing = HV_MAX_PATH - folder.Path().string().size() - 2;
+  const std::string directory = folder / std::string(missing / 2, 'd');
+  fs::create_directory(directory);
+  const std::string name = directory + "/" + std::string(HV_MAX_PATH - directory.size() - 1, 'f');
+  ASSERT_EQ(name.size(), static_cast<std::size_t>(HV_MAX_PATH));
+  EXPECT_EQ(HvDatSendString("$bytes", name.c_str(), &job, 0), HV_OK);
+  EXPECT_EQ(HvDatSendFile(name.c_str(), (folder / "out").c_str(), &job, 0), HV_OK);
+  EXPECT_EQ(ReadFile(folder / "out"), "bytes");
+  // Storage commands take one character fewer.
+  const std::string shorter = name.substr(0, HV_MAX_PATH - 1);
+  EXPECT_EQ(HvGenResource(STORAGE_FORMAT, name.c_str(), &job, 1), HV_BAD_ARGUMENT);
+  EXPECT_EQ(ReadFile(name), "bytes");
+  EXPECT_EQ(HvGenResource(STORAGE_FORMAT, shorter.c_str(), &job, 1), HV_OK);
+  EXPECT_EQ(ReadFile(shorter).size(), 8U);
+}
+
+}  // namespace

@@ -1,0 +1,177 @@
+// Archives of other programs, and what only the files of a POSIX system can show.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+
+#include "support/zip_builder.h"
+#include "support/zip_run.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using hvtest::BuildZip;
+using hvtest::ScopedFolder;
+using hvtest::Stored;
+using hvtest::TestFolder;
+using hvtest::Tree;
+
+bool Succeeds(const std::string& command) {
+  return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+// Copies header files of the system, some of whose names differ in letter case only, and gives each
+// a time of its own.
+void CopyHeaders(const fs::path& to) {
+  const auto begin = fs::file_time_type::clock::from_sys(
+      std::chrono::sys_seconds(std::chrono::seconds(1234567890)));
+  int count = 0;
+  fs::copy("/usr/include/linux", to, fs::copy_options::recursive);
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(to)) {
+    if (entry.is_regular_file()) {
+      fs::last_write_time(entry, begin + std::chrono::seconds(2 * count++));
+    }
+  }
+  ASSERT_GT(count, 500);
+}
+
+struct Packer {
+  const char* program;
+  const char* pack;  // the folder "tree" into ../archive.zip
+};
+
+class ZipPrograms : public testing::TestWithParam<Packer> {};
+
+TEST_P(ZipPrograms, TreesComeBackByteForByte) {
+  if (!Succeeds(std::string("command -v ") + GetParam().program)) {
+    GTEST_SKIP() << GetParam().program << " is not installed";
+  }
+  const TestFolder folder;
+  const fs::path source = folder.Path() / "source";
+  const fs::path out = folder.Path() / "out";
+  fs::create_directories(source / "tree");
+  fs::create_directory(out);
+  CopyHeaders(source / "tree");
+  {
+    const ScopedFolder inside(source);
+    ASSERT_TRUE(Succeeds(std::string("TZ=UTC ") + GetParam().pack));
+  }
+  const ScopedFolder inside(out);
+  ASSERT_EQ(HvZipExplode("../archive", nullptr, nullptr), HV_OK);
+  const Tree expected = hvtest::ReadTree(source);
+  EXPECT_TRUE(hvtest::ReadTree(out) == expected);
+  for (const auto& [name, bytes] : expected) {
+    if (name.back() == '/') continue;
+    EXPECT_EQ(fs::last_write_time(out / name), fs::last_write_time(source / name)) << name;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Programs, ZipPrograms,
+    testing::Values(Packer{"python3", "python3 -m zipfile -c ../archive.zip tree"},
+                    Packer{"7z", "7z a -tzip ../archive.zip tree"},
+                    Packer{"bsdtar", "bsdtar --format zip -cf ../archive.zip tree"}),
+    [](const auto& tested) { return std::string(tested.param.program); });
+
+TEST(ZipFiles, LinksAreNotFollowed) {
+  const TestFolder folder;
+  folder.Add("outside", "not touched");
+  fs::create_directory(folder.Path() / "elsewhere");
+  fs::create_directory(folder.Path() / "out");
+  const std::string archive =
+      folder.Add("a.zip", BuildZip({Stored("folder/file", "x"), Stored("folder/sub/", ""),
+                                    Stored("file", "new"), Stored("dangling", "new")})
+                              .bytes);
+  const ScopedFolder inside(folder.Path() / "out");
+  fs::create_directory_symlink("../elsewhere", "folder");
+  fs::create_symlink("../outside", "file");
+  fs::create_symlink("../nowhere", "dangling");
+  EXPECT_EQ(HvZipExplode(archive.c_str(), nullptr, nullptr), HV_SHARING_VIOLATION);
+  EXPECT_EQ(hvtest::ReadFile("../outside"), "not touched");
+  EXPECT_TRUE(fs::is_empty("../elsewhere"));
+  EXPECT_FALSE(fs::exists("../nowhere"));
+  // A link in the place of a file is replaced as a file would be.
+  for (const char* const name : {"file", "dangling"}) {
+    EXPECT_FALSE(fs::is_symlink(name));
+    EXPECT_EQ(hvtest::ReadFile(name), "new");
+  }
+}
+
+TEST(ZipFiles, TakeNamesAsTheyAreSpelled) {
+  const std::string odd = "\x16\x01\x16\x16\x16:\xE4 .";
+  const hvtest::ZipRun run =
+      hvtest::Explode(BuildZip({Stored("a.h", "1"), Stored("A.H", "2"), Stored(odd, "3"),
+                                Stored("c\x16:/x", "4"), Stored("...", "5")})
+                          .bytes);
+  EXPECT_EQ(run.code, HV_OK);
+  EXPECT_EQ(run.tree, (Tree{{"a.h", "1"},
+                            {"A.H", "2"},
+                            {"\x01\x16:\xE4 .", "3"},
+                            {"c:/", ""},
+                            {"c:/x", "4"},
+                            {"...", "5"}}));
+}
+
+TEST(ZipFiles, APipeInTheWayIsNotWaitedFor) {
+  const TestFolder folder;
+  const ScopedFolder inside(folder.Path());
+  folder.Add("a.zip", BuildZip({Stored("pipe", "x")}).bytes);
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
+  EXPECT_EQ(HvZipExplode("a", nullptr, nullptr), HV_SHARING_VIOLATION);
+}
+
+// A limit of the process until the end of the scope.
+class ScopedLimit {
+ public:
+  ScopedLimit(__rlimit_resource resource, rlim_t value) : resource_(resource) {
+    getrlimit(resource, &before_);
+    rlimit limit = before_;
+    limit.rlim_cur = value;
+    setrlimit(resource, &limit);
+  }
+  ScopedLimit(const ScopedLimit&) = delete;
+  ScopedLimit& operator=(const ScopedLimit&) = delete;
+  ~ScopedLimit() { setrlimit(resource_, &before_); }
+
+ private:
+  __rlimit_resource resource_;
+  rlimit before_;
+};
+
+TEST(ZipFiles, AFullDiskEndsTheRun) {
+  const TestFolder folder;
+  const ScopedFolder inside(folder.Path());
+  const std::string large(100000, 'x');
+  folder.Add("a.zip",
+             BuildZip({Stored("first", "1"), Stored("large", large), Stored("last", "2")}).bytes);
+  uint32_t code = 0;
+  {
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    const ScopedLimit limit(RLIMIT_FSIZE, 50000);
+    code = HvZipExplode("a", nullptr, nullptr);
+    signal(SIGXFSZ, handler);
+  }
+  EXPECT_EQ(code, HV_DISK_FULL);
+  EXPECT_EQ(hvtest::ReadFile("first"), "1");
+  EXPECT_EQ(hvtest::ReadFile("large"), large.substr(0, 50000));
+  EXPECT_FALSE(fs::exists("last"));
+}
+
+TEST(ZipFiles, AnArchiveThatCannotBeOpenedSaysSo) {
+  const TestFolder folder;
+  const ScopedFolder inside(folder.Path());
+  folder.Add("a.zip", BuildZip({Stored("m", "1")}).bytes);
+  uint32_t code = 0;
+  {
+    const ScopedLimit limit(RLIMIT_NOFILE, 0);
+    code = HvZipExplode("a.zip", nullptr, nullptr);
+  }
+  EXPECT_EQ(code, HV_CANNOT_OPEN);
+}
+
+}  // namespace

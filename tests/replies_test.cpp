@@ -1,0 +1,163 @@
+// Job-accounting alerts, and replies of both kinds that are damaged.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "hvapi.h"
+#include "support/reply_records.h"
+
+namespace {
+
+using namespace hvtest;
+using namespace std::string_literals;
+
+TEST(JobAccount, FillsBothBlocks) {
+  std::string job;
+  std::string device;
+  const JobAccount record = ParseAlert(Reply(SampleAlert(&job, &device)));
+  EXPECT_EQ(job.size(), 173U);
+  EXPECT_EQ(device.size(), 74U);
+  EXPECT_EQ(JobBlock(record), job);
+  EXPECT_EQ(DeviceBlock(record), device);
+}
+
+TEST(JobAccount, CutsTextsAndConvertsShapes) {
+  const JobAccount record = ParseAlert(Reply({Container(
+      1,
+      {Container(
+          2, {Container(1, {Integer(7, "1234"), Text(11, ""), Text(1, "\x07"), Integer(2, "\xFE"),
+                            Integer(99, "\x01"), Container(3, {Integer(3, "\x03")}), Other(4, 8),
+                            Text(7, "twenty-five bytes of text"), Integer(11, "\x41\x42")}),
+              Container(3, {Integer(4, "\x04")}), Integer(2, "\x02"),
+              Container(2, {Container(1, {}), Integer(4, "\x80\x00"s), Text(2, "user")})})})}));
+  ASSERT_NE(record->jobBlock, nullptr);
+  const HvJobAccountJob& job = *record->jobBlock;
+  EXPECT_EQ(record->deviceBlock, nullptr);
+  EXPECT_STREQ(job.j1Item7, "twenty-fi");
+  EXPECT_STREQ(job.j1Item11, "AB");
+  EXPECT_EQ(+job.j1Item1, 0U);
+  EXPECT_EQ(+job.j1Item2, 0xFFFFFFFEU);
+  EXPECT_EQ(+job.j1Item3, 0U);
+  EXPECT_EQ(+job.j1Item4, 0U);
+  EXPECT_STREQ(job.j2Item1, "");
+  EXPECT_STREQ(job.j2Item2, "user");
+  EXPECT_EQ(+job.j2Item4, 0x8000U);
+}
+
+TEST(JobAccount, VisitsEveryTopLevelItem) {
+  const auto job = [](int item, const char* bytes) {
+    return Container(2, {Container(1, {Integer(item, bytes)})});
+  };
+  const JobAccount record = ParseAlert(Reply(
+      {Container(2, {job(1, "\x09")}), Container(1, {job(1, "\x01")}), Text(1, "x"), Other(5, 5),
+       Container(1, {Container(3, {Container(2, {Integer(2, "\x22")})}), job(2, "\x02"),
+                     job(3, "\x03")})}));
+  ASSERT_NE(record->jobBlock, nullptr);
+  ASSERT_NE(record->deviceBlock, nullptr);
+  HvJobAccountJob expectedJob = {};
+  expectedJob.j1Item3 = 3;
+  EXPECT_EQ(std::memcmp(record->jobBlock, &expectedJob, sizeof expectedJob), 0);
+  HvJobAccountDevice expectedDevice = {};
+  expectedDevice.d2Item2 = 0x22;
+  EXPECT_EQ(std::memcmp(record->deviceBlock, &expectedDevice, sizeof expectedDevice), 0);
+}
+
+TEST(JobAccount, EndsAtItemsThatTakeNoBytes) {
+  for (const char* layout :
+       {"P{}C{}D{}", "P{ID:0,DT:0}C{NE:0}D{DA}", "P{SE:0}C{LD:0}D{LD:0,DA:1}"}) {
+    const JobAccount record = ParseAlert(Reply(layout, std::string(500, '\0')));
+    ASSERT_NE(record, nullptr) << layout;
+    EXPECT_EQ(JobBlock(record) + DeviceBlock(record), "NULLNULL") << layout;
+  }
+}
+
+TEST(Replies, TakeNull) {
+  EXPECT_EQ(HvParseOptionInfo(nullptr), nullptr);
+  EXPECT_EQ(HvParseJobAccountingAlert(nullptr), nullptr);
+  HvFreeOptionInfo(nullptr);
+  HvFreeJobAccount(nullptr);
+}
+
+TEST(Replies, ShorterThanTheirLeadingWordsAreEmpty) {
+  for (const std::string& reply : {"\x00\x00"s, "\x00\x01P"s, "\x00\x02PP"s, "\x00\x03PPP"s}) {
+    EXPECT_EQ(Describe(ParseOptions(reply)), "");
+    EXPECT_EQ(JobBlock(ParseAlert(reply)), "NULL");
+  }
+}
+
+// The biggest replies that there are, made to take long or to ask for much.
+TEST(Replies, OfFullSizeAreRead) {
+  constexpr std::size_t Most = 65000;
+  std::vector<ReplyItem> entries(Most / 6, Entry({}));
+  const OptionInfo info = ParseOptions(Reply({Container(1, {Entries(entries)})}));
+  EXPECT_EQ(info->entryCount, entries.size());
+
+  std::string fields = "ID:1,DT:1";
+  while (fields.size() < Most / 2) fields += ",ID:0,DT:0,DA:0";
+  const std::string layout = "P{" + fields + "}C{NE:1,LD:1}D{DA:0}";
+  EXPECT_EQ(Describe(ParseOptions(Reply(layout, std::string(Most / 2, '\x01')))), "");
+}
+
+// What every truncation leaves: the entries, groups and values of the whole, in part.
+TEST(Replies, CutAnywhereGiveAPartOfTheWhole) {
+  const std::string whole = Reply(SampleOptions());
+  const auto isPart = [](const char* text, const char* of) {
+    return text == nullptr || (of != nullptr && std::strcmp(text, of) == 0);
+  };
+  const OptionInfo full = ParseOptions(whole);
+  for (std::size_t size = 2; size < whole.size(); ++size) {
+    std::string cut = whole.substr(0, size);
+    cut[0] = static_cast<char>((size - 2) >> 8);
+    cut[1] = static_cast<char>(size - 2);
+    const OptionInfo info = ParseOptions(cut);
+    SCOPED_TRACE(Describe(info) + " of " + std::to_string(size));
+    ASSERT_LE(info->entryCount, full->entryCount);
+    for (uint32_t i = 0; i < info->entryCount; ++i) {
+      const HvOptionEntry& entry = info->entries[i];
+      EXPECT_TRUE(entry.value1 == 0 || entry.value1 == full->entries[i].value1);
+      EXPECT_TRUE(entry.value5 == 0 || entry.value5 == full->entries[i].value5);
+      EXPECT_TRUE(isPart(entry.text, full->entries[i].text));
+    }
+    ASSERT_LE(info->groupCount, full->groupCount);
+    for (uint32_t i = 0; i < info->groupCount; ++i) {
+      const HvOptionGroup& group = info->groups[i];
+      EXPECT_TRUE(isPart(group.name, full->groups[i].name));
+      EXPECT_TRUE(isPart(group.description, full->groups[i].description));
+      ASSERT_LE(group.valueCount, full->groups[i].valueCount);
+    }
+    EXPECT_NE(Describe(info), SampleText);
+    EXPECT_NE(ParseAlert(cut), nullptr);
+  }
+}
+
+TEST(Replies, DamagedAnywhereStayWithinTheirBounds) {
+  std::string job;
+  std::string device;
+  const ReplyLayout wide = {{{"ID", 2}, {"DT", 1}}, {{"NE", 4}, {"LD", 4}}, {{"LD", 4}, {"DA", 0}}};
+  for (const std::string& whole :
+       {Reply(SampleOptions()), Reply(SampleOptions(), wide), Reply(SampleAlert(&job, &device)),
+        Reply(SampleAlert(&job, &device), wide)}) {
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+      for (const int byte : {0x00, 0xFF, whole[at] + 1, whole[at] - 1}) {
+        std::string damaged = whole;
+        damaged[at] = static_cast<char>(byte);
+        const ReplyBlock block(damaged);
+        const OptionInfo info(HvParseOptionInfo(block.Address()), HvFreeOptionInfo);
+        // Each entry takes a byte at least, and describing it reads all that it points to.
+        EXPECT_LE(Describe(info).size() / 32, block.Size()) << at << ' ' << byte;
+        const JobAccount record(HvParseJobAccountingAlert(block.Address()), HvFreeJobAccount);
+        ASSERT_NE(record, nullptr);
+        if (record->jobBlock != nullptr) {
+          EXPECT_LT(std::strlen(record->jobBlock->j1Item7), 10U);
+          EXPECT_LT(std::strlen(record->jobBlock->j2Item3), 21U);
+        }
+        if (record->deviceBlock != nullptr) {
+          EXPECT_LT(std::strlen(record->deviceBlock->d2Item8), 10U);
+        }
+      }
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,45 @@
+// Extraction of archives in folders of their own.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "hvapi.h"
+#include "support/test_folder.h"
+
+namespace hvtest {
+
+// Makes a folder the current one until the end of the scope.
+class ScopedFolder {
+ public:
+  explicit ScopedFolder(const std::filesystem::path& path)
+      : before_(std::filesystem::current_path()) {
+    std::filesystem::current_path(path);
+  }
+  ScopedFolder(const ScopedFolder&) = delete;
+  ScopedFolder& operator=(const ScopedFolder&) = delete;
+  ~ScopedFolder() { std::filesystem::current_path(before_); }
+
+ private:
+  std::filesystem::path before_;
+};
+
+// What is below a folder: names with "/" between their parts and what the files hold. A directory
+// has a "/" at its end.
+using Tree = std::map<std::string, std::string>;
+Tree ReadTree(const std::filesystem::path& folder);
+
+struct ZipRun {
+  uint32_t code = 0;
+  Tree tree;
+};
+
+// Extracts an archive into an empty folder. Fails the test when the archive changed, or when
+// anything came to be beside the folder.
+ZipRun Explode(std::string_view archive, const char* pattern = nullptr,
+               HvZipProgress progress = nullptr);
+
+}  // namespace hvtest

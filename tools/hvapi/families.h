@@ -1,0 +1,21 @@
+// The families of commands, one file each. A function adds its commands to the program.
+#pragma once
+
+#include "command_line.h"
+
+namespace hvtool {
+
+void AddReplyCommands(CLI::App* program);
+void AddSendCommands(CLI::App* program);
+void AddFileCommands(CLI::App* program);
+void AddQueueCommands(CLI::App* program);
+void AddFontCommands(CLI::App* program);
+void AddIniCommands(CLI::App* program);
+void AddRecordCommands(CLI::App* program);
+void AddPanelCommands(CLI::App* program);
+void AddSetupCommands(CLI::App* program);
+void AddListingCommands(CLI::App* program);
+void AddUrlCommands(CLI::App* program);
+void AddInfoCommands(CLI::App* program);
+
+}  // namespace hvtool
