@@ -504,14 +504,14 @@ TEST(PcmInfo, ListsTheFacesOfACartridge) {
   Described cartridge = Describe(path);
   EXPECT_EQ(cartridge.code, HV_OK);
   EXPECT_STREQ(cartridge.info.name, "Cartridge Z");
-  ASSERT_NE(cartridge.info.cartridge, nullptr);
+  ASSERT_NE(+cartridge.info.cartridge, nullptr);
   EXPECT_STREQ(cartridge.info.cartridge->title, "Cartridge Z");
   EXPECT_EQ(cartridge.info.fontClass, FONT_CLASS_METRICS);
   EXPECT_EQ(cartridge.info.fontType, FONT_TYPE_PCM);
   EXPECT_EQ(cartridge.info.flags, 0x03U);
   EXPECT_EQ(TakeFaces(&cartridge.info),
             (std::vector<std::string>{"Courier", std::string(80, 'n') + " (It) (Bd)", "Courier"}));
-  EXPECT_EQ(Describe(path, 0, 0).info.cartridge, nullptr);
+  EXPECT_EQ(+Describe(path, 0, 0).info.cartridge, nullptr);
 }
 
 TEST(PcmInfo, EndsTheWalkWhereAnImageHasNoSize) {
@@ -549,7 +549,7 @@ TEST(PcmInfo, NeedsATitle) {
   TakeFaces(&longTitle.info);
   const Described cut = Describe(folder.Add("c.pcm", std::string(15, 'x')));
   EXPECT_EQ(cut.code, HV_UNUSABLE_FILE);
-  EXPECT_EQ(cut.info.cartridge, nullptr);
+  EXPECT_EQ(+cut.info.cartridge, nullptr);
 }
 
 TEST(FontInfo, TakesACompanionThatDoesNotFitItsFieldForMissing) {

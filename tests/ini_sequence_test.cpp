@@ -83,7 +83,7 @@ class Sequence {
   void ExpectSame() {
     ASSERT_NE(ini_, nullptr);
     ASSERT_EQ(hvtest::LinesOf(*ini_), model_->Lines());
-    ASSERT_EQ(ini_->maxLineLength, model_->MaxLineLength());
+    ASSERT_EQ(+ini_->maxLineLength, model_->MaxLineLength());
     ASSERT_EQ((ini_->flags & INI_DIRTY) != 0, model_->IsDirty());
   }
 

@@ -36,7 +36,7 @@ TEST(IniOpen, KnowsFourModes) {
     const OpenIni ini(HvIniOpen2(there.c_str(), mode));
     ASSERT_NE(ini, nullptr) << mode;
     EXPECT_EQ(LinesOf(*ini), Lines{"[a]"}) << mode;
-    EXPECT_EQ(ini->flags == INI_READ_MODE, mode == INI_OPEN_READ) << mode;
+    EXPECT_EQ(+ini->flags == INI_READ_MODE, mode == INI_OPEN_READ) << mode;
   }
   for (const uint32_t mode : {INI_OPEN_APPEND, INI_OPEN_REPLACE}) {
     const OpenIni ini(HvIniOpen2(missing.c_str(), mode));
@@ -68,12 +68,12 @@ TEST(IniOpen, WithoutModeNeedsALineThatIsKept) {
     ASSERT_NE(ini, nullptr);
     EXPECT_EQ(ini->lines->next, nullptr);
     EXPECT_STREQ(ini->lines->text, "");
-    EXPECT_EQ(ini->maxLineLength, 0U);
+    EXPECT_EQ(+ini->maxLineLength, 0U);
   }
   const std::string path = folder.Add("a.ini", "x");
   const OpenIni ini(HvIniOpen(path.c_str()));
   ASSERT_NE(ini, nullptr);
-  EXPECT_EQ(ini->flags, static_cast<uint32_t>(INI_READ_MODE));
+  EXPECT_EQ(+ini->flags, static_cast<uint32_t>(INI_READ_MODE));
 }
 
 TEST(IniOpen, KeepsLinesInTheirForm) {
@@ -113,7 +113,7 @@ TEST(IniOpen, KeepsLinesInTheirForm) {
     const OpenIni update(HvIniOpen2(path.c_str(), INI_OPEN_UPDATE));
     EXPECT_EQ(LinesOf(*read), c.read) << c.bytes;
     EXPECT_EQ(LinesOf(*update), c.update) << c.bytes;
-    EXPECT_EQ(update->maxLineLength, c.maxLineLength) << c.bytes;
+    EXPECT_EQ(+update->maxLineLength, c.maxLineLength) << c.bytes;
   }
 }
 
@@ -160,7 +160,7 @@ TEST(IniRead, GoesOnAtTheCursor) {
           {"one", "a=1", ""},         {"one", "", ""},
       });
   HvIniRead(ini.get(), "one", "a");
-  ASSERT_NE(ini->cursor, nullptr);
+  ASSERT_NE(+ini->cursor, nullptr);
   EXPECT_STREQ(ini->cursor->text, "A= 2");
 }
 
@@ -347,15 +347,15 @@ TEST(IniEdit, RefusesWhatDoesNotFitALine) {
     EXPECT_EQ(write(h, "s", "k", nullptr), 0U);
   }
   EXPECT_EQ(HvIniDelete(h, nullptr, "k", nullptr), 0U);
-  EXPECT_EQ(h->flags, 0U);
-  EXPECT_EQ(h->maxLineLength, 4U);
+  EXPECT_EQ(+h->flags, 0U);
+  EXPECT_EQ(+h->maxLineLength, 4U);
   EXPECT_EQ(LinesOf(*h), (Lines{"[s]", "k=v"}));
   EXPECT_STREQ(HvIniRead(h, section.c_str(), nullptr), "");
   EXPECT_EQ(HvIniDelete(h, section.c_str(), "k", nullptr), 1U);
 
   // One character fewer fits.
   EXPECT_EQ(HvIniWrite(h, section.substr(1).c_str(), "k", value.substr(1).c_str()), 1U);
-  EXPECT_EQ(h->maxLineLength, 1022U);
+  EXPECT_EQ(+h->maxLineLength, 1022U);
   EXPECT_EQ(HvIniRead(h, section.substr(1).c_str(), "k"), value.substr(1));
 }
 
@@ -369,7 +369,7 @@ TEST(IniEdit, TakesItsTextsFromTheFileItself) {
   EXPECT_EQ(HvIniWrite(h, "s", key, key), 1U);
   EXPECT_EQ(HvIniDelete(h, "s", key, HvIniRead(h, "s", "c")), 1U);
   EXPECT_EQ(LinesOf(*h), (Lines{"[s]", "a=a longer value", "b=c"}));
-  EXPECT_EQ(h->maxLineLength, sizeof "a=a longer value");
+  EXPECT_EQ(+h->maxLineLength, sizeof "a=a longer value");
 }
 
 TEST(IniEdit, MovesTheCursorOffALineThatGoes) {
@@ -381,7 +381,7 @@ TEST(IniEdit, MovesTheCursorOffALineThatGoes) {
   HvIniDelete(h, "s", "b", nullptr);
   EXPECT_STREQ(HvIniRead(h, nullptr, nullptr), "c=3");
   HvIniDelete(h, "t", nullptr, nullptr);
-  EXPECT_EQ(h->cursor, nullptr);
+  EXPECT_EQ(+h->cursor, nullptr);
   EXPECT_STREQ(HvIniRead(h, nullptr, nullptr), "");
 }
 
@@ -397,7 +397,7 @@ TEST(IniClose, WritesOnlyWhatChanged) {
 
   ini = HvIniOpen2(path.c_str(), INI_OPEN_UPDATE);
   HvIniDelete(ini, "none", nullptr, nullptr);
-  EXPECT_EQ(ini->flags, static_cast<uint32_t>(INI_DIRTY));
+  EXPECT_EQ(+ini->flags, static_cast<uint32_t>(INI_DIRTY));
   EXPECT_EQ(ReadFile(path), bytes);
   EXPECT_EQ(HvIniClose(ini), 1U);
   EXPECT_EQ(ReadFile(path), "; c\r\n[s]\r\n k=v\r\n\r\nstray\r\n");

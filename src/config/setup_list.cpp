@@ -34,7 +34,7 @@ constexpr ListKind ListKinds[] = {
 class SectionReader {
  public:
   explicit SectionReader(HvIniHandle* ini)
-      : ini_(ini), buffer_(std::max(ini->maxLineLength, uint32_t{1})) {}
+      : ini_(ini), buffer_(std::max<uint32_t>(+ini->maxLineLength, 1)) {}
 
   void SetSection(std::string section) { section_ = std::move(section); }
 

@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <ostream>
 #include <string>
 
 #include "support/zip_builder.h"
@@ -44,6 +45,10 @@ struct Packer {
   const char* program;
   const char* pack;  // the folder "tree" into ../archive.zip
 };
+
+void PrintTo(const Packer& packer, std::ostream* out) {
+  *out << packer.pack;
+}
 
 class ZipPrograms : public testing::TestWithParam<Packer> {};
 
