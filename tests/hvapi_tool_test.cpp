@@ -34,6 +34,16 @@ std::string Text(const Words& words) {
   return text;
 }
 
+// A path as JSON writes it.
+std::string JsonText(const std::string& path) {
+  std::string text = "\"";
+  for (const char c : path) {
+    if (c == '\\') text += c;
+    text += c;
+  }
+  return text + '"';
+}
+
 const std::string PjlEnd = "\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n";
 
 TEST(Tool, SendsTheBytesThatItsOptionsAskFor) {
@@ -178,14 +188,15 @@ TEST(Tool, TellsEachFailureInOneSentenceWithItsCode) {
 TEST(Tool, PrintsWhatTheFileCommandsFind) {
   const TestFolder folder;
   const std::string file = folder.Add("name.cfg", "\x01\x00\x02\x00"s);
+  const std::string sum = folder.Add("sum", "\x01\x00\x02\x00"s);
   const struct {
     Words words;
     std::string output;
   } cases[] = {
       {{"checksum", file}, "0xFFFD\n"},
       {{"checksum", file, "--skip-word", "2"}, "0xFFFF\n"},
-      {{"checksum", folder.Add("sum", "\x01\x00\x02\x00"s), "--json"},
-       "{\n  \"file\": \"" + folder.Path().string() + "/sum\",\n  \"checksum\": 65533\n}\n"},
+      {{"checksum", sum, "--json"},
+       "{\n  \"file\": " + JsonText(sum) + ",\n  \"checksum\": 65533\n}\n"},
       {{"size", file}, "4\n"},
       {{"size", folder / "NAME.*"}, "4\n"},
       {{"size", folder / "*.none"}, "0\n"},

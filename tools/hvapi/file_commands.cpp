@@ -39,7 +39,7 @@ struct PathOptions {
 
 std::shared_ptr<PathOptions> AddPathOptions(CLI::App* command, const char* name,
                                             const char* description) {
-  const auto options = std::make_shared<PathOptions>();
+  auto options = std::make_shared<PathOptions>();
   AddArgument(command, name, &options->path, description);
   AddJsonOption(command, &options->json);
   return options;

@@ -170,6 +170,7 @@ void PrintTable(const std::string& title, const std::vector<std::string>& member
   Table table(titles);
   for (const Json& row : rows) {
     std::vector<std::string> cells;
+    cells.reserve(members.size());
     for (const std::string& member : members) cells.push_back(Cell(row.at(member)));
     table.Add(cells);
   }

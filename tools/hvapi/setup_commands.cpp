@@ -188,7 +188,7 @@ int List(const ListOptions& options) {
     return Outcome(code, "no list of " + kind + " variables for setup " +
                              std::to_string(options.setup) + " in " + Quoted(options.file));
   }
-  const std::vector<uint8_t> bytes(values, values + 2 * count);
+  const std::vector<uint8_t> bytes(values, values + std::size_t{2} * count);
   HvMemFree(values);
   Json variables = Json::array();
   for (std::size_t i = 0; i < bytes.size(); i += 2) variables.push_back(Hex(bytes, i, 2, ""));

@@ -50,7 +50,11 @@ class RuntimeStream final : public Stream {
     const bool flushed = Flush();
     direction_ = Direction::None;
     const std::fpos_t place = position;
-    return std::fsetpos(file_, &place) == 0 && flushed;
+    const bool moved = std::fsetpos(file_, &place) == 0;
+    // Not every runtime forgets the end of file with that.
+    failed_ = HasError();
+    std::clearerr(file_);
+    return moved && flushed;
   }
 
   bool AtEnd() const override { return std::feof(file_) != 0; }
