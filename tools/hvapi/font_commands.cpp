@@ -85,8 +85,13 @@ Json Members(const std::string& path, const FontDescription& font) {
     members["resolution"] =
         std::to_string(info.xResolution) + " x " + std::to_string(info.yResolution);
   }
-  members["proportional"] = (info.flags & FONT_FLAG_PROPORTIONAL) != 0;
-  members["standard encoding"] = (info.flags & FONT_FLAG_STANDARD_ENCODING) != 0;
+  // Soft fonts alone tell their spacing, Type 1 fonts their encoding.
+  const bool downloadable = info.fontClass == FONT_CLASS_DOWNLOADABLE;
+  if (downloadable && info.fontType == FONT_TYPE_TYPE1) {
+    members["standard encoding"] = (info.flags & FONT_FLAG_STANDARD_ENCODING) != 0;
+  } else if (downloadable && info.fontType != FONT_TYPE_DLF) {
+    members["proportional"] = (info.flags & FONT_FLAG_PROPORTIONAL) != 0;
+  }
   members["size"] = info.fileSize;
   if (info.memoryNeeded != 0) members["memory"] = info.memoryNeeded;
   addText("companion 1", info.companionPath1);
@@ -126,15 +131,12 @@ void AddInfo(CLI::App* parent) {
   CLI::App* command = AddCommand(
       parent, "info", "describe font and font-metrics files",
       "Prints what each file is: its kind, name, symbol set, size and the memory that it takes in "
-      "a "
-      "printer. A file is known by its extension (afm, pfa, pfb, dlf, fmf, pfm, psm, pbm, pcm, "
+      "a printer. A file is known by its extension (afm, pfa, pfb, dlf, fmf, pfm, psm, pbm, pcm, "
       "tfm, fot, ttf); any other is read as a PCL soft font.\n"
       "\n"
       "--companions also looks for the files that belong to it: \"metrics\" for the AFM of a Type "
-      "1 "
-      "font or the FMF of a DLF font, \"windows\" for the PFM, or the INF and AFM, of a Type 1 "
-      "font, "
-      "\"optional\" for the same where they are.\n"
+      "1 font or the FMF of a DLF font, \"windows\" for the PFM, or the INF and AFM, of a Type 1 "
+      "font, \"optional\" for the same where they are.\n"
       "\n"
       "    hvapi font info --companions optional *.pfb");
   AddArgument(command, "FILE...", &options->files, "The files");
