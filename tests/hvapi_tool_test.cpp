@@ -159,7 +159,7 @@ TEST(Tool, TellsEachFailureInOneSentenceWithItsCode) {
        2,
        "cannot find \"" + missing + "\": the file or path does not exist"},
       {{}, 1, "a command is needed; see \"hvapi --help\""},
-      {{"snd"}, 1, "\"snd\" is not a command; see \"hvapi --help\""},
+      {{"snd"}, 1, "\"snd\" is not a command, \"send\" is; see \"hvapi --help\""},
       {{"storage", "erase"}, 1, "\"erase\" is not a command; see \"hvapi storage --help\""},
       {{"storage", "format", "--to", sent},
        1,

@@ -17,5 +17,6 @@ void AddSetupCommands(CLI::App* program);
 void AddListingCommands(CLI::App* program);
 void AddUrlCommands(CLI::App* program);
 void AddInfoCommands(CLI::App* program);
+void AddShellCommands(CLI::App* program);
 
 }  // namespace hvtool

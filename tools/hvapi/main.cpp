@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "command_tree.h"
 #include "families.h"
 #include "hvapi.h"
 #include "manual.h"
@@ -36,6 +37,7 @@ constexpr Family Families[] = {
     {"CONFIGURATION FILES", AddListingCommands},
     {"SUPPORT", AddUrlCommands},
     {"ABOUT", AddInfoCommands},
+    {"ABOUT", AddShellCommands},
 };
 
 void AddFamily(const Family& family, CLI::App* program) {
@@ -72,7 +74,9 @@ int ReportParseError(const CLI::App& program, const CLI::ParseError& error) {
   const CLI::App& command = *LastCommand(program);
   const std::vector<std::string> extras = command.remaining();
   if (HoldsCommands(command) && !extras.empty()) {
-    return ReportUsage(command, Quoted(extras.front()) + " is not a command");
+    const std::string meant = NearestWord(extras.front(), ListCommands(command).front().commands);
+    return ReportUsage(command, Quoted(extras.front()) + " is not a command" +
+                                    (meant.empty() ? "" : ", " + Quoted(meant) + " is"));
   }
   std::string text = error.what();
   text.erase(text.find_last_not_of(" .\n") + 1);

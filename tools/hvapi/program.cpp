@@ -49,6 +49,11 @@ constexpr CodeText CodeTexts[] = {
 
 int exitStatus = 0;
 
+std::map<const CLI::Option*, std::vector<std::string>>& OptionChoices() {
+  static std::map<const CLI::Option*, std::vector<std::string>> choices;
+  return choices;
+}
+
 bool IsNumber(const std::string& text) {
   return !text.empty() && text.find_first_not_of("0123456789.-") == std::string::npos;
 }
@@ -132,8 +137,16 @@ CLI::Option* AddChoice(CLI::App* command, const std::string& names, int* value,
     }
     throw CLI::ValidationError("\"" + word + "\" is not one of " + words);
   };
-  return command->add_option_function<std::string>(names, set, description + ": " + words)
-      ->type_name(valueName);
+  CLI::Option* const option =
+      command->add_option_function<std::string>(names, set, description + ": " + words)
+          ->type_name(valueName);
+  for (const Choice& choice : choices) OptionChoices()[option].emplace_back(choice.word);
+  return option;
+}
+
+std::vector<std::string> ChoicesOf(const CLI::Option* option) {
+  const auto found = OptionChoices().find(option);
+  return found == OptionChoices().end() ? std::vector<std::string>() : found->second;
 }
 
 int ExitStatus() {

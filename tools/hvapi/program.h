@@ -84,6 +84,9 @@ CLI::Option* AddChoice(CLI::App* command, const std::string& names, int* value,
                        const std::string& valueName, const std::vector<Choice>& choices,
                        const std::string& description);
 
+// The words of an option that AddChoice has added, none for any other.
+std::vector<std::string> ChoicesOf(const CLI::Option* option);
+
 // ---- Reporting
 
 // The status that the command that ran has given.

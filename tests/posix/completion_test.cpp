@@ -1,0 +1,93 @@
+// What hvapi prints for the shells and for man, taken by those programs, and its advice on
+// mistyped words.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "support/run_program.h"
+#include "support/test_folder.h"
+
+namespace {
+
+using hvtest::ProgramRun;
+using hvtest::RunProgram;
+using hvtest::TestFolder;
+
+const std::string Hvapi = TEST_BINARY_FOLDER "/hvapi";
+
+bool IsInstalled(const std::string& program) {
+  return std::system(("command -v " + program + " >/dev/null").c_str()) == 0;
+}
+
+TEST(Completion, OffersTheWordsOfThePlace) {
+  const TestFolder folder;
+  folder.Add("brief.sfp", "");
+  const std::string script =
+      folder.Add("hvapi.bash", RunProgram(Hvapi, {"completion", "bash"}).output);
+  const struct {
+    const char* words;
+    std::string offered;
+  } cases[] = {
+      {"hvapi sen", "send\n"},
+      {"hvapi queue ''", "list\nadd\n"},
+      {"hvapi send x --la", "--language\n"},
+      {"hvapi send --copies 3 x --language p", "ppds\npostscript\npcl\npclxl\n"},
+      {"hvapi url home", "homepage\n"},
+      {"hvapi font info bri", "brief.sfp\n"},
+  };
+  for (const auto& c : cases) {
+    const std::string complete = "cd '" + folder.Path().string() + "' && source '" + script +
+                                 "' && COMP_WORDS=(" + c.words +
+                                 ") && COMP_CWORD=$((${#COMP_WORDS[@]} - 1)) && _hvapi && printf "
+                                 "'%s\\n' \"${COMPREPLY[@]}\"";
+    const ProgramRun run = RunProgram("bash", {"-c", complete});
+    EXPECT_EQ(run.output, c.offered) << c.words;
+    EXPECT_EQ(run.errors, "") << c.words;
+  }
+}
+
+TEST(Completion, IsAScriptOfItsShell) {
+  const TestFolder folder;
+  for (const std::string shell : {"zsh", "fish"}) {
+    if (!IsInstalled(shell)) continue;
+    const std::string script = folder.Add(shell, RunProgram(Hvapi, {"completion", shell}).output);
+    const ProgramRun run = RunProgram(shell, {"-n", script});
+    EXPECT_EQ(run.status, 0) << shell << run.errors;
+  }
+  if (!IsInstalled("fish")) GTEST_SKIP() << "fish is not installed";
+  const std::string ask = "source '" + folder / "fish" + "'; complete -C 'hvapi url home'";
+  EXPECT_EQ(RunProgram("fish", {"-c", ask}).output, "homepage\n");
+}
+
+TEST(Manual, IsAPageWithoutFaults) {
+  const ProgramRun page = RunProgram(Hvapi, {"manual"});
+  EXPECT_EQ(page.output.rfind(".TH HVAPI 1 ", 0), 0U);
+  EXPECT_NE(page.output.find("\n.SS \"hvapi storage format "), std::string::npos);
+  if (!IsInstalled("groff")) GTEST_SKIP() << "groff is not installed";
+  const TestFolder folder;
+  const ProgramRun run =
+      RunProgram("groff", {"-man", "-ww", "-z", folder.Add("page", page.output)});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.errors, "");
+}
+
+TEST(MistypedWords, BringTheNearestCommandToMind) {
+  const struct {
+    std::vector<std::string> words;
+    std::string said;
+  } cases[] = {
+      {{"senf"}, "\"senf\" is not a command, \"send\" is; see \"hvapi --help\""},
+      {{"queue", "lst"}, "\"lst\" is not a command, \"list\" is; see \"hvapi queue --help\""},
+      {{"elephant"}, "\"elephant\" is not a command; see \"hvapi --help\""},
+      {{"x"}, "\"x\" is not a command; see \"hvapi --help\""},
+  };
+  for (const auto& c : cases) {
+    const ProgramRun run = RunProgram(Hvapi, c.words);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "hvapi: " + c.said + " (code 1)\n");
+  }
+}
+
+}  // namespace
