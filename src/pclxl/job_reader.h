@@ -56,7 +56,7 @@ class PclXlJobReader {
   // Reads the job up to EndSession. Once only.
   PclXlResult Read();
 
-  // The values of BeginSession and its operator, as the job has them.
+  // The values of BeginSession and its operator, as the job has them. Known once Read succeeded.
   std::span<const uint8_t> Settings() const { return {settings_.data(), settingsSize_}; }
 
   // Where reading stopped: the byte that was read last as an operator, or that was none, and its

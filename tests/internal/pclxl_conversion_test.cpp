@@ -8,6 +8,7 @@
 #include "pclxl/job_reader.h"
 #include "pclxl/stream_conversion.h"
 #include "support/jobs.h"
+#include "support/pclxl_jobs.h"
 #include "support/pclxl_walker.h"
 #include "support/test_folder.h"
 
@@ -270,19 +271,9 @@ TEST(PclXlConversion, SaysWhereItStopped) {
   }
 }
 
-// A job with a value of each kind, data of both kinds and a font.
-std::string RichJob() {
-  const std::string page = Bytes("\xC2\x01\x00\x00\x00\xF8\x4C\xC5\x00\x00\x80\x3F\xF8\x4B\x6B") +
-                           Bytes("\xE1\x01\x00\x02\x00\x03\x00\x04\x00\xF8\x42\xA0") +
-                           Bytes("\xC9\xC1\x02\x00\x01\x00\x02\x00\xF8\xAF\xA8") + "\xB1" +
-                           hvtest::PclXlData("dots") + Bytes("\xB1\xFB\x03xyz");
-  return Header + Settings + "\x4F\x50" + hvtest::PclXlData("font") + "\x51" + PageBegin + page +
-         PageEnd + SessionEnd;
-}
-
 // Each end and each changed byte gives a result, and the same one in whatever pieces it is read.
 TEST(PclXlConversion, SurvivesDamage) {
-  const std::string job = RichJob();
+  const std::string job = hvtest::PclXlSampleJob();
   ASSERT_EQ(Read(job), 0U);
   for (std::size_t length = 0; length < job.size(); ++length) {
     const std::string cut = job.substr(0, length);

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/font_files.h"
-
 namespace hvtest {
 namespace {
 
@@ -103,10 +101,6 @@ class Walker {
   bool good_ = true;
 };
 
-std::string Attribute(int attribute) {
-  return std::string("\xF8") + static_cast<char>(attribute);
-}
-
 }  // namespace
 
 std::vector<PclXlOperator> WalkPclXl(std::string_view stream) {
@@ -119,30 +113,6 @@ std::string PclXlStreamBody(const std::vector<PclXlOperator>& operators) {
     if (each.tag == 0x5C) body += each.data;
   }
   return body;
-}
-
-std::string PclXlUbyte(int value, int attribute) {
-  return std::string("\xC0") + static_cast<char>(value) + Attribute(attribute);
-}
-
-std::string PclXlUint16(int value, int attribute) {
-  return "\xC1" + Le16(static_cast<unsigned>(value)) + Attribute(attribute);
-}
-
-std::string PclXlXy(int x, int y, int attribute) {
-  return "\xD1" + Le16(static_cast<unsigned>(x)) + Le16(static_cast<unsigned>(y)) +
-         Attribute(attribute);
-}
-
-std::string PclXlText(std::string_view text, int attribute) {
-  const std::string length = text.size() < 256
-                                 ? std::string("\xC0") + static_cast<char>(text.size())
-                                 : "\xC1" + Le16(static_cast<unsigned>(text.size()));
-  return "\xC8" + length + std::string(text) + Attribute(attribute);
-}
-
-std::string PclXlData(std::string_view data) {
-  return "\xFA" + Le32(static_cast<uint32_t>(data.size())) + std::string(data);
 }
 
 }  // namespace hvtest

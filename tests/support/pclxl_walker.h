@@ -1,7 +1,6 @@
-// PCL XL streams taken apart and put together, by rules of the tests' own.
+// PCL XL streams taken apart by rules of the tests' own.
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -23,12 +22,5 @@ std::vector<PclXlOperator> WalkPclXl(std::string_view stream);
 
 // The stream that a converted job defines, header included, as its data blocks hold it.
 std::string PclXlStreamBody(const std::vector<PclXlOperator>& operators);
-
-// Numbers with their tags: a value as attribute, low byte first.
-std::string PclXlUbyte(int value, int attribute);
-std::string PclXlUint16(int value, int attribute);
-std::string PclXlXy(int x, int y, int attribute);
-std::string PclXlText(std::string_view text, int attribute);
-std::string PclXlData(std::string_view data);
 
 }  // namespace hvtest
