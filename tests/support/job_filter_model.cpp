@@ -158,9 +158,14 @@ std::string FilterPclModel(const std::string& source, uint32_t mask) {
         continue;
       }
     }
-    if (StartsAt(text, at, "\x1B""E")) {
+    if (StartsAt(text, at,
+                 "\x1B"
+                 "E")) {
       graphics = false;
-      if ((mask & 0x001) == 0) out += "\x1B""E";
+      if ((mask & 0x001) == 0)
+        out +=
+            "\x1B"
+            "E";
       at += 2;
     } else if (!graphics && StartsAt(text, at, "\x1B&n")) {
       at = FilterIdentifier(text, at, &out);
