@@ -6,6 +6,7 @@
 #include <string>
 
 #include "support/font_files.h"
+#include "support/pclxl_jobs.h"
 
 namespace {
 
@@ -51,6 +52,7 @@ int main(int argc, char** argv) {
       {"font_afm", "both", hvtest::AfmFile("Symbol") + "%%INF\nMSMenuName (Symbol)\nPi true\n"},
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
+      {"pclxl", "page", hvtest::PclXlSampleJob()},
   };
   for (const Seed& seed : seeds) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / seed.reader;

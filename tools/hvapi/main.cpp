@@ -30,6 +30,7 @@ constexpr Family Families[] = {
     {"PRINTER REPLIES", AddReplyCommands},
     {"FILES", AddFileCommands},
     {"FONTS", AddFontCommands},
+    {"MACROS", AddMacroCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},
     {"CONFIGURATION FILES", AddPanelCommands},
