@@ -31,6 +31,7 @@ constexpr Family Families[] = {
     {"FILES", AddFileCommands},
     {"FONTS", AddFontCommands},
     {"MACROS", AddMacroCommands},
+    {"MACROS AND DEMONSTRATION FILES", AddDemoCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},
     {"CONFIGURATION FILES", AddPanelCommands},
