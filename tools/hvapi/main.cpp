@@ -28,6 +28,7 @@ constexpr Family Families[] = {
     {"SENDING TO PRINTERS", AddQueueCommands},
     {"PRINTER REPLIES", AddReplyCommands},
     {"FILES", AddFileCommands},
+    {"FILES", AddUnzipCommands},
     {"FONTS", AddFontCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},
