@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/font_files.h"
+#include "support/pclxl_jobs.h"
 #include "support/zip_builder.h"
 #include "support/zip_encoders.h"
 
@@ -81,6 +82,7 @@ int main(int argc, char** argv) {
       {"font_afm", "both", hvtest::AfmFile("Symbol") + "%%INF\nMSMenuName (Symbol)\nPi true\n"},
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
+      {"pclxl", "page", hvtest::PclXlSampleJob()},
   };
   AddZipSeeds(seeds);
   for (const Seed& seed : seeds) {

@@ -44,6 +44,14 @@ static_assert(offsetof(HvFontInfo, companionPath2) == 450);
 static_assert(offsetof(HvFontInfo, cartridge) == 710);
 static_assert(Documented(sizeof(HvFontInfo), 714));
 
+static_assert(offsetof(HvMacroInfo, flags) == 0);
+static_assert(offsetof(HvMacroInfo, name) == 4);
+static_assert(offsetof(HvMacroInfo, callMacroId) == 28);
+static_assert(offsetof(HvMacroInfo, target) == 30);
+static_assert(offsetof(HvMacroInfo, macroId) == 34);
+static_assert(offsetof(HvMacroInfo, filterMask) == 36);
+static_assert(sizeof(HvMacroInfo) == 40);
+
 static_assert(offsetof(HvOptionEntry, value1) == 0x00);
 static_assert(offsetof(HvOptionEntry, value5) == 0x04);
 static_assert(offsetof(HvOptionEntry, text) == 0x08);

@@ -141,13 +141,25 @@ void SendPersonalitySelect(PrinterChannel* channel) {
   if (emulation->sendsPclCopies) SendPclCopies(channel);
 }
 
-uint32_t BeginDownload(const char* destination, PrinterChannel* channel) {
+uint32_t BeginFramedJob(const char* destination, PrinterChannel* channel) {
   const uint32_t opened = ChannelOpen(destination, channel);
   if (opened != HV_OK) return opened;
   if (HasFlag(channel, JOB_FLAG_ESC_K)) SendPersonalitySelect(channel);
   if (ChannelCloseIfFailed(channel)) return channel->status;
   if (HasFlag(channel, JOB_FLAG_PJL)) PjlBeginJob(channel, false);
+  return ChannelCloseIfFailed(channel) ? channel->status : uint32_t{HV_OK};
+}
+
+uint32_t EndFramedJob(PrinterChannel* channel) {
   if (ChannelCloseIfFailed(channel)) return channel->status;
+  if (HasFlag(channel, JOB_FLAG_PJL)) PjlEndJob(channel, false);
+  ChannelClose(channel);
+  return channel->status;
+}
+
+uint32_t BeginDownload(const char* destination, PrinterChannel* channel) {
+  const uint32_t begun = BeginFramedJob(destination, channel);
+  if (begun != HV_OK) return begun;
   if (channel->targetDevice != STORAGE_DEVICE_RAM)
     PjlStorageCommand(STORAGE_TARGET_DEVICE, channel);
   return ChannelCloseIfFailed(channel) ? channel->status : uint32_t{HV_OK};
@@ -155,11 +167,7 @@ uint32_t BeginDownload(const char* destination, PrinterChannel* channel) {
 
 uint32_t EndDownload(PrinterChannel* channel) {
   if (channel->targetDevice != STORAGE_DEVICE_RAM) PjlStorageCommand(STORAGE_TARGET_RAM, channel);
-  if (ChannelCloseIfFailed(channel)) return channel->status;
-  if (HasFlag(channel, JOB_FLAG_PJL)) PjlEndJob(channel, false);
-  if (ChannelCloseIfFailed(channel)) return channel->status;
-  ChannelClose(channel);
-  return HV_OK;
+  return EndFramedJob(channel);
 }
 
 uint32_t SendStorageJob(uint32_t operation, const char* destination, const HvJobInfo& job,

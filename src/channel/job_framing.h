@@ -31,12 +31,17 @@ void PjlStorageCommand(uint32_t operation, PrinterChannel* channel);
 // Language and copies for a printer without PJL.
 void SendPersonalitySelect(PrinterChannel* channel);
 
-// The begin of a download: opens the channel, whose job, fileMode and targetDevice are set, sends
-// the framing of the job and directs a download to a device other than RAM. HV_OK, or the code to
-// return, with the channel closed.
+// The begin of a job with a payload: opens the channel, whose job and fileMode are set, and sends
+// the framing. HV_OK, or the code to return, with the channel closed.
+uint32_t BeginFramedJob(const char* destination, PrinterChannel* channel);
+
+// The end of such a job, and close. HV_OK, or the channel's status.
+uint32_t EndFramedJob(PrinterChannel* channel);
+
+// The same for a download, which is directed to the channel's targetDevice when that is not RAM.
 uint32_t BeginDownload(const char* destination, PrinterChannel* channel);
 
-// The end of a download: back to RAM, end of the job, close. HV_OK, or the channel's status.
+// Back to RAM, and the end of the job.
 uint32_t EndDownload(PrinterChannel* channel);
 
 // A whole job of one storage command; device is a STORAGE_DEVICE_... Returns a result code.

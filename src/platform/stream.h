@@ -54,4 +54,9 @@ class Stream {
 // Opens a stream, or returns NULL: no such file, a directory, no access, an unknown mode.
 std::unique_ptr<Stream> OpenStream(const char* path, const char* mode);
 
+// Opens a new binary file to be written and read, in the directory that the system has for such
+// files. Nobody else finds it, and it is gone when the stream is closed. NULL when none can be
+// made.
+std::unique_ptr<Stream> OpenScratchStream();
+
 }  // namespace hv::platform

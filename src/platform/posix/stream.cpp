@@ -5,10 +5,14 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <string>
 #include <utility>
 
 #include "platform/posix/descriptor.h"
+#include "platform/posix/environment.h"
 #include "platform/posix/names.h"
 
 namespace hv::platform {
@@ -151,6 +155,21 @@ std::unique_ptr<Stream> OpenBinaryStream(const char* path, StreamAction action, 
   struct stat status;
   if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || S_ISDIR(status.st_mode)) return nullptr;
   return std::make_unique<FileStream>(std::move(file));
+}
+
+std::unique_ptr<Stream> OpenScratchStream() {
+  for (const std::string& folder :
+       {Environment("TMP"), Environment("TMPDIR"), std::string(P_tmpdir)}) {
+    std::string name = SystemName(folder.c_str());
+    if (name.empty()) continue;
+    name += "/hvapiXXXXXX";
+    Descriptor file(mkostemp(name.data(), O_CLOEXEC));
+    // Without a name from the start, it cannot be left behind.
+    if (file.IsOpen() && unlink(name.c_str()) == 0) {
+      return std::make_unique<FileStream>(std::move(file));
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace hv::platform

@@ -1,6 +1,7 @@
 // Streams of the C runtime, opened binary: the text rules are platform/stream.cpp's.
 
 #include <share.h>
+#include <windows.h>
 
 #include <cstdio>
 #include <string>
@@ -24,8 +25,13 @@ class RuntimeStream final : public Stream {
     if (update) mode += '+';
     reads_ = update || action == StreamAction::Read;
     writes_ = update || action != StreamAction::Read;
-    file_ = _fsopen(path, mode.c_str(), _SH_DENYNO);
-    return file_ != nullptr && std::setvbuf(file_, nullptr, _IOFBF, BufferSize) == 0;
+    return OpenFile(path, mode.c_str());
+  }
+
+  // A file that its close deletes.
+  bool OpenScratch(const char* path) {
+    reads_ = writes_ = true;
+    return OpenFile(path, "w+bTD");
   }
 
   std::size_t Read(void* buffer, std::size_t count) override {
@@ -62,6 +68,11 @@ class RuntimeStream final : public Stream {
   }
 
  private:
+  bool OpenFile(const char* path, const char* mode) {
+    file_ = _fsopen(path, mode, _SH_DENYNO);
+    return file_ != nullptr && std::setvbuf(file_, nullptr, _IOFBF, BufferSize) == 0;
+  }
+
   enum class Direction : uint8_t { None, Reading, Writing };
 
   // The runtime asks for a seek between the two directions, and not every one of them takes note of
@@ -90,6 +101,18 @@ std::unique_ptr<Stream> OpenBinaryStream(const char* path, StreamAction action, 
   auto stream = std::make_unique<RuntimeStream>();
   if (!stream->Open(path, action, update)) return nullptr;
   return stream;
+}
+
+std::unique_ptr<Stream> OpenScratchStream() {
+  char folder[MAX_PATH + 1];
+  char name[MAX_PATH];
+  const DWORD length = GetTempPathA(sizeof folder, folder);
+  if (length == 0 || length >= sizeof folder) return nullptr;
+  if (GetTempFileNameA(folder, "hva", 0, name) == 0) return nullptr;
+  auto stream = std::make_unique<RuntimeStream>();
+  if (stream->OpenScratch(name)) return stream;
+  DeleteFileA(name);
+  return nullptr;
 }
 
 }  // namespace hv::platform

@@ -1,0 +1,23 @@
+#include "macros/macro_validation.h"
+
+#include <memory>
+
+#include "macros/macro_analysis.h"
+#include "macros/pclxl_macro.h"
+#include "macros/system_extension.h"
+#include "platform/files.h"
+#include "platform/stream.h"
+
+namespace hv {
+
+uint32_t ValidateMacro(const char* source, HvJobInfo* job, HvMacroInfo* info) {
+  if (platform::KindOf(source) == platform::FileKind::None) return HV_NOT_FOUND;
+  if (HasSystemExtension(source)) return HV_UNUSABLE_FILE;
+  const std::unique_ptr<platform::Stream> file = platform::OpenStream(source, "rb");
+  if (file == nullptr) return HV_CANNOT_OPEN;
+  if (job->emulation != JOB_EMULATION_PCLXL) return AnalyzeMacroSource(file.get(), job, info);
+  if ((info->flags & MACRO_FLAG_FILTER) != 0 && IsPclXlWorkFile(source)) return HV_CANNOT_OPEN;
+  return ValidatePclXlMacro(file.get(), *job, info);
+}
+
+}  // namespace hv

@@ -1,0 +1,305 @@
+// One-page PCL XL jobs that become jobs with a stream, byte for byte, and those that do not.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "pclxl/job_reader.h"
+#include "pclxl/stream_conversion.h"
+#include "support/jobs.h"
+#include "support/pclxl_jobs.h"
+#include "support/pclxl_walker.h"
+#include "support/test_folder.h"
+
+namespace {
+
+using hvtest::Bytes;
+
+const std::string Header = ") HP-PCL XL;1;1;\n";
+const std::string Settings = Bytes("\xD1\x2C\x01\x2C\x01\xF8\x89\xC0\x00\xF8\x86\x41");
+const std::string PageBegin = Bytes("\xC0\x00\xF8\x28\xC0\x02\xF8\x25\x43");
+const std::string PageEnd = Bytes("\xC1\x02\x00\xF8\x31\x44");
+const std::string SessionEnd = "\x42";
+
+struct Conversion {
+  uint32_t code;
+  std::string job;
+};
+
+// Converts in a folder of its own and looks at nothing but the result.
+Conversion Convert(const std::string& job, const char* name = "Logo", uint32_t execute = 0) {
+  const hvtest::TestFolder folder;
+  const hvtest::ScopedCurrentFolder current(folder.Path());
+  hvtest::WriteFile("in.str", job);
+  const hv::PclXlWorkFiles files;
+  Conversion conversion = {hv::PclXlConvertStream(files, name, execute), {}};
+  if (conversion.code == hv::PclXlOk) conversion.job = hvtest::ReadFile("out.str");
+  files.Remove();
+  EXPECT_TRUE(folder.Names().empty());
+  return conversion;
+}
+
+// The reader over a job in memory, which it gets in pieces.
+class MemoryReader {
+ public:
+  MemoryReader(const std::string& job, std::size_t piece)
+      : reader_(
+            [this, job, piece](uint8_t* buffer, std::size_t size) {
+              const std::size_t part =
+                  job.copy(reinterpret_cast<char*>(buffer), std::min(size, piece), at_);
+              at_ += part;
+              return part;
+            },
+            nullptr) {}
+
+  hv::PclXlJobReader* operator->() { return &reader_; }
+
+ private:
+  std::size_t at_ = 0;
+  hv::PclXlJobReader reader_;
+};
+
+uint32_t Read(const std::string& job) {
+  return MemoryReader(job, job.size())->Read();
+}
+
+std::string OnePage(const std::string& operators) {
+  return Header + Settings + PageBegin + operators + PageEnd + SessionEnd;
+}
+
+// What follows the header in the jobs below, written out.
+const std::string OutputSession = Bytes(
+    "\xD1\x58\x02\x58\x02\xF8\x89\xC0\x00\xF8\x86\xC0\x03\xF8\x8F\x41"
+    "\xC0\x00\xF8\x88\xC0\x01\xF8\x82\x48");
+
+TEST(PclXlConversion, WritesTheJobByteForByte) {
+  // SetCursor, Text, and an image whose data hold operators and an ESC.
+  const std::string page =
+      Bytes("\xD3\x0A\x00\x14\x00\xF8\x4C\x6B") + Bytes("\xC8\xC0\x02Hi\xF8\xAB\xA8") +
+      Bytes("\xC1\x00\x00\xF8\x6D\xC1\x01\x00\xF8\x63\xB1\xFA\x05\x00\x00\x00\x44\x43\x1B\x42\x00");
+  const std::string begin = Header + OutputSession + Bytes("\xC8\xC0\x0C") + Settings +
+                            Bytes("\xF8\x81\x47") + Bytes("\xC8\xC0\x04Logo\xF8\x8B\x5B") +
+                            Bytes("\xC2\x36\x00\x00\x00\xF8\x8C\x5C") +
+                            Bytes("\xFA\x36\x00\x00\x00") + Header + page;
+  ASSERT_EQ(page.size() + Header.size(), 0x36U);
+
+  const Conversion defined = Convert(OnePage(page));
+  EXPECT_EQ(defined.code, hv::PclXlOk);
+  EXPECT_EQ(defined.job, begin + Bytes("\x5D\x49\x42"));
+
+  const Conversion run = Convert(OnePage(page), "Logo", 1);
+  EXPECT_EQ(run.job, begin + Bytes("\x5D\xC0\x00\xF8\x28\xC0\x00\xF8\x25\xC0\x01\xF8\x26\x43"
+                                   "\xC8\xC0\x04Logo\xF8\x8B\x5E\xC1\x01\x00\xF8\x31\x44\x49\x42"));
+}
+
+TEST(PclXlConversion, AcceptsHeadersAndRefusesOthers) {
+  struct Case {
+    const char* header;
+    uint32_t code;
+  };
+  constexpr Case cases[] = {
+      {") HP-PCL XL;1;1;\n", 0},
+      {") PCL XL;1;1;\n", 0},
+      {") HP-PCL XL;1;1;Comment by a driver\r\n", 0},
+      {") HP-PCL XL;1;1\n", 0},
+      {") HP-PCL XL;1;1\rmore\n", 0},
+      {") X;1;1;\n", 0},
+      {"( HP-PCL XL;1;1;\n", 46},
+      {"' HP-PCL XL;1;1;\n", 46},
+      {")HP-PCL XL;1;1;\n", 49},
+      {") HP-PCLXL;1;1;\n", 47},
+      {") PCL 5e;1;1;\n", 47},
+      {") HP-PCL XL 1;1;\n", 49},
+      {") HP-PCL XL;2;0;\n", 48},
+      {") HP-PCL XL;3;0;\n", 48},
+      {") HP-PCL XL;1;0;\n", 48},
+      {") HP-PCL XL;1,1;\n", 49},
+      {") HP-PCL XL;1;1 \n", 49},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.header);
+    EXPECT_EQ(Read(each.header + Settings + PageBegin + PageEnd + SessionEnd), each.code);
+  }
+  for (std::size_t length = 0; length < Header.size(); ++length) {
+    EXPECT_EQ(Read(Header.substr(0, length)), 1U) << length;
+  }
+}
+
+TEST(PclXlConversion, GivesTheReasonForEachRefusal) {
+  const std::string open = Bytes("\xC0\x00\xF8\x88\x48");
+  const std::string values100 = [] {
+    std::string values;
+    for (int i = 0; i < 100; ++i) values += hvtest::PclXlUbyte(i, 0x4C);
+    return values;
+  }();
+  struct Case {
+    const char* what;
+    std::string afterHeader;
+    uint32_t code;
+  };
+  const Case cases[] = {
+      {"a session without a page", Settings + SessionEnd, 53},
+      {"nothing", "", 1},
+      {"another first operator", Bytes("\xB1") + Settings, 2},
+      {"data first", Bytes("\xFB\x01x") + Settings, 2},
+      {"a page first", PageBegin, 2},
+      {"a session in the session", Settings + Settings, 2},
+      {"a page operator in the session", Settings + "\x6B", 2},
+      {"a session in the page", Settings + PageBegin + "\x41", 2},
+      {"the end of the session in the page", Settings + PageBegin + "\x42", 2},
+      {"two pages", Settings + PageBegin + PageEnd + PageBegin + PageEnd + SessionEnd, 51},
+      {"a page in the page", Settings + PageBegin + PageBegin + PageEnd + SessionEnd, 51},
+      {"BeginStream in the page", Settings + PageBegin + "\x5B", 52},
+      {"ReadStream in the page", Settings + PageBegin + "\x5C", 52},
+      {"EndStream in the page", Settings + PageBegin + "\x5D", 52},
+      {"ExecStream in the page", Settings + PageBegin + "\x5E", 52},
+      {"an operator of no number", Settings + PageBegin + "\x7E", 3},
+      {"a binding character", Settings + "\x29", 3},
+      {"an attribute of two bytes", Settings + Bytes("\xC0\x01\xF9\x01\x02"), 3},
+      {"an array of pairs", Settings + "\xD8", 3},
+      {"an array of boxes", Settings + "\xED", 3},
+      {"ESC", Settings + "\x1B%-12345X", 1},
+      {"an array with a length of 32 bits", Settings + Bytes("\xC8\xC2\x01\x00\x00\x00x"), 54},
+      {"an array that ends early", Settings + Bytes("\xC9\xC1\x00\x01") + "xxx", 1},
+      {"embedded data that end early", Settings + PageBegin + Bytes("\xFA\xFF\xFF\xFF\xFF") + "x",
+       1},
+      {"101 values", Settings + PageBegin + values100 + "\xC0\x01\xF8\x4C\x6B", 54},
+      {"no end of the page", Settings + PageBegin + "\x6B", 1},
+      {"no end of the session", Settings + PageBegin + PageEnd, 1},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.what);
+    EXPECT_EQ(Read(Header + each.afterHeader), each.code);
+  }
+  EXPECT_EQ(Read(OnePage(values100 + "\x6B")), 0U);
+  EXPECT_EQ(Read(Header + Settings + open + PageBegin + PageEnd + "\x49\x42" + "junk"), 0U);
+}
+
+// What is neither a blank nor an operator of the page level must not slip onto a page.
+TEST(PclXlConversion, KnowsEachByteThatMayBeginAnOperator) {
+  const std::string pageOperators =
+      Bytes("\x44\x47\x48\x49\x4A\x4B\x4F\x50\x51\x52\x53\x54\x55") +
+      "\x60\x61\x62\x63\x64\x65\x66\x67\x68\x69\x6A\x6B\x6C\x6D\x6E\x6F\x70\x71\x72\x73\x74\x75"
+      "\x76\x77\x78\x79\x7A\x7B\x7C\x7D\x7F\x80\x81\x84\x85\x86\x91\x93\x95\x96\x97\x98\x99\x9B"
+      "\x9D\x9E\x9F\xA0\xA1\xA2\xA3\xA8\xA9\xAA\xB0\xB1\xB2\xB3\xB4\xB5\xB6\xB8\xB9";
+  const std::string sessionOperators =
+      "\x47\x48\x49\x4A\x4B\x4F\x50\x51\x52\x53\x54\x55\x5B\x5C\x5D\x5E";
+  const std::string blanks = Bytes("\x00\x09\x0A\x0B\x0C\x0D\x20");
+  for (int byte = 0; byte < 256; ++byte) {
+    const char c = static_cast<char>(byte);
+    if (byte >= 0xC0 || byte == 0x44) continue;
+    SCOPED_TRACE(byte);
+    const bool blank = blanks.find(c) != std::string::npos;
+    EXPECT_EQ(Read(OnePage(std::string(1, c))) == hv::PclXlOk,
+              blank || pageOperators.find(c) != std::string::npos);
+    EXPECT_EQ(Read(Header + Settings + c + PageBegin + PageEnd + SessionEnd) == hv::PclXlOk,
+              blank || sessionOperators.find(c) != std::string::npos);
+  }
+}
+
+TEST(PclXlConversion, CarriesSettingsOfUpTo255Bytes) {
+  for (const int length : {16, 255, 256}) {
+    SCOPED_TRACE(length);
+    std::string settings;
+    // A comment as an array fills up what 3 bytes of its begin, 2 of its attribute and the operator
+    // leave.
+    settings = hvtest::PclXlText(std::string(static_cast<std::size_t>(length - 6), 'c'), 0x81);
+    settings += "\x41";
+    ASSERT_EQ(settings.size(), static_cast<std::size_t>(length));
+    const Conversion conversion =
+        Convert(Header + settings + PageBegin + PageEnd + SessionEnd, "N");
+    if (length > 255) {
+      EXPECT_EQ(conversion.code, 54U);
+      continue;
+    }
+    ASSERT_EQ(conversion.code, 0U);
+    const std::vector<hvtest::PclXlOperator> operators = hvtest::WalkPclXl(conversion.job);
+    ASSERT_GT(operators.size(), 2U);
+    EXPECT_EQ(operators[2].tag, 0x47);
+    EXPECT_EQ(operators[2].values.at(0x81), settings);
+  }
+}
+
+// Fonts of the session stay behind, whatever their data look like.
+TEST(PclXlConversion, TakesTheOperatorsOfThePageAlone) {
+  const std::string font = hvtest::PclXlText("FONT", 0xA8) + "\x4F" + hvtest::PclXlUint16(4, 0xA7) +
+                           "\x50" + Bytes("\xFB\x04\x43\x44\x1B\xFF") + "\x51\x52\x53\x54";
+  const Conversion conversion =
+      Convert(Header + Settings + font + PageBegin + "\x84\x85" + PageEnd + SessionEnd);
+  ASSERT_EQ(conversion.code, 0U);
+  EXPECT_EQ(hvtest::PclXlStreamBody(hvtest::WalkPclXl(conversion.job)), Header + "\x84\x85");
+}
+
+// Runs longer and shorter than the buffers, and an EndPage whose values begin in one buffer and end
+// in another.
+TEST(PclXlConversion, KeepsPagesAcrossItsBuffers) {
+  for (const std::size_t before : {0U, 1000U, 16000U, 16300U, 16330U, 16350U, 16384U, 40000U}) {
+    for (const std::size_t values : {0U, 300U, 20000U}) {
+      SCOPED_TRACE(std::to_string(before) + " " + std::to_string(values));
+      const std::string page = "\xB1" + hvtest::PclXlData(std::string(before, '\x1B'));
+      const std::string comment =
+          values == 0 ? "" : hvtest::PclXlText(std::string(values, 'v'), 0x81);
+      const Conversion conversion =
+          Convert(Header + Settings + PageBegin + page + comment + PageEnd + SessionEnd);
+      ASSERT_EQ(conversion.code, 0U);
+      const std::string body = hvtest::PclXlStreamBody(hvtest::WalkPclXl(conversion.job));
+      EXPECT_TRUE(body == Header + page) << body.size();
+    }
+  }
+}
+
+TEST(PclXlConversion, SaysWhereItStopped) {
+  struct Case {
+    std::string afterHeader;
+    int tag;
+    std::size_t offset;
+  };
+  const std::size_t page = Header.size() + Settings.size() + PageBegin.size();
+  const Case cases[] = {
+      {Settings + PageBegin + "\x6B\xC0\x01\xF8\x8B\x5E", 0x5E, page + 5},
+      {Settings + PageBegin + "\x6B\x7E", 0x7E, page + 1},
+      {Settings + PageBegin + "\x6B", 0x6B, page + 1},
+      {Settings + PageBegin + PageEnd + "\x43", 0x43, page + PageEnd.size()},
+  };
+  for (const Case& each : cases) {
+    // Byte by byte: no part of the job may depend on what a read brings.
+    MemoryReader reader(Header + each.afterHeader, 1);
+    EXPECT_NE(reader->Read(), hv::PclXlOk);
+    EXPECT_EQ(reader->LastOperator(), each.tag);
+    EXPECT_EQ(reader->LastOffset(), each.offset);
+  }
+}
+
+// Each end and each changed byte gives a result, and the same one in whatever pieces it is read.
+TEST(PclXlConversion, SurvivesDamage) {
+  const std::string job = hvtest::PclXlSampleJob();
+  ASSERT_EQ(Read(job), 0U);
+  for (std::size_t length = 0; length < job.size(); ++length) {
+    const std::string cut = job.substr(0, length);
+    EXPECT_EQ(Read(cut), 1U) << length;
+    EXPECT_EQ(MemoryReader(cut, 1)->Read(), 1) << length;
+  }
+  for (std::size_t at = 0; at < job.size(); ++at) {
+    for (const int value : {0x00, 0x1B, 0x42, 0x5E, 0xC8, 0xF8, 0xFA, 0xFF}) {
+      std::string damaged = job;
+      damaged[at] = static_cast<char>(value);
+      EXPECT_EQ(Read(damaged), MemoryReader(damaged, 7)->Read()) << at << ' ' << value;
+    }
+  }
+}
+
+TEST(PclXlConversion, FailsOverItsWorkFiles) {
+  for (const char* taken : {"in.str", "temp.str", "out.str"}) {
+    const hvtest::TestFolder folder;
+    const hvtest::ScopedCurrentFolder current(folder.Path());
+    hvtest::WriteFile("in.str", OnePage("\x84"));
+    // A directory of the name is in the way.
+    std::filesystem::remove(taken);
+    std::filesystem::create_directory(taken);
+    const hv::PclXlWorkFiles files;
+    EXPECT_EQ(hv::PclXlConvertStream(files, "Logo", 0), 53U) << taken;
+  }
+}
+
+}  // namespace
