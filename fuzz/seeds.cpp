@@ -4,15 +4,18 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "support/font_files.h"
 #include "support/pclxl_jobs.h"
+#include "support/zip_builder.h"
+#include "support/zip_encoders.h"
 
 namespace {
 
 struct Seed {
   const char* reader;
-  const char* name;
+  std::string name;
   std::string bytes;
 };
 
@@ -30,6 +33,33 @@ std::string Dlf(unsigned format, unsigned flags) {
   return font.Bytes();
 }
 
+std::string SomeLines() {
+  std::string text;
+  for (int i = 0; i < 40; ++i) text += "line " + std::to_string(i * i % 23) + "\n";
+  return text;
+}
+
+// What zip_decoder_fuzz takes a method by.
+char DecoderChoice(const hvtest::Packing& packing) {
+  if (packing.method == 8) return 10;
+  return static_cast<char>(packing.method < 6 ? packing.method : 6 + (packing.flags >> 1 & 3));
+}
+
+// One archive and one member of each method, and one archive of all.
+void AddZipSeeds(std::vector<Seed>& seeds) {
+  const std::string text = SomeLines();
+  std::vector<hvtest::ZipMember> all = {hvtest::Stored("folder/", ""),
+                                        hvtest::Stored("../a\\b:c", "x")};
+  for (const hvtest::Packing& packing : hvtest::Packings) {
+    const std::string data = packing.pack(text);
+    all.push_back(hvtest::Packed(packing.name, text, packing.method, data, packing.flags));
+    seeds.push_back({"zip", packing.name, hvtest::BuildZip({all.back()}).bytes});
+    const std::string head = {DecoderChoice(packing), static_cast<char>((text.size() + 7) / 8), 0};
+    seeds.push_back({"zip_decoder", packing.name, head + data});
+  }
+  seeds.push_back({"zip", "all", hvtest::BuildZip(all, "a comment").bytes});
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -39,7 +69,7 @@ int main(int argc, char** argv) {
   }
   const std::string head = hvtest::Type1Head("Times-Roman", "StandardEncoding");
   const std::string pfm = hvtest::PfmFile().Bytes();
-  const Seed seeds[] = {
+  std::vector<Seed> seeds = {
       {"font_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
       {"font_pcl", "scalable", hvtest::PclFont(Descriptor(10, 80), {})},
       {"font_pcl", "resolution", hvtest::PclFont(Descriptor(20, 68), {})},
@@ -54,6 +84,7 @@ int main(int argc, char** argv) {
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
       {"pclxl", "page", hvtest::PclXlSampleJob()},
   };
+  AddZipSeeds(seeds);
   for (const Seed& seed : seeds) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / seed.reader;
     std::filesystem::create_directories(folder);

@@ -1146,11 +1146,13 @@ typedef uint32_t(HVAPI_CALL* HvZipProgress)(const char* name, uint32_t compresse
  * paths and times (as UTC). Directories are made as needed, files of the same name are replaced.
  *   archive   path of the archive; when there is no such file, ".zip" is appended
  *   pattern   NULL or "" for all members, else at most 260 characters: only the members whose
- * stored name matches. * is any run of characters ("/" too), ? any one, [a-z] and [!a-z] one of a
- * set or not of it, \c the character c. Letter case counts in sets only progress  NULL, or a
- * function to call after each member Members may be stored, shrunk, reduced, imploded or deflated.
- * Encrypted members and those of other methods or of a version above 2.0 are skipped, which is no
- * error; neither is a wrong CRC-32.
+ *             stored name matches. * is any run of characters ("/" too), ? any one, [a-z] and
+ *             [!a-z] one of a set or not of it, \c the character c. Letter case counts in sets only
+ *   progress  NULL, or a function to call after each member
+ *
+ * Members may be stored, shrunk, reduced, imploded or deflated. Encrypted members and those of
+ * other methods or of a version above 2.0 are skipped, which is no error; neither is a wrong
+ * CRC-32.
  *
  * A name never leads out of the current directory: leading separators and ".." are dropped, links
  * are not followed. ":" becomes "_", text from "<" to ">" and from "[" to "]" and control

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using hvtest::BuildZip;
-using hvtest::ScopedFolder;
+using hvtest::ScopedCurrentFolder;
 using hvtest::Stored;
 using hvtest::TestFolder;
 using hvtest::Tree;
@@ -63,10 +63,10 @@ TEST_P(ZipPrograms, TreesComeBackByteForByte) {
   fs::create_directory(out);
   CopyHeaders(source / "tree");
   {
-    const ScopedFolder inside(source);
+    const ScopedCurrentFolder inside(source);
     ASSERT_TRUE(Succeeds(std::string("TZ=UTC ") + GetParam().pack));
   }
-  const ScopedFolder inside(out);
+  const ScopedCurrentFolder inside(out);
   ASSERT_EQ(HvZipExplode("../archive", nullptr, nullptr), HV_OK);
   const Tree expected = hvtest::ReadTree(source);
   EXPECT_TRUE(hvtest::ReadTree(out) == expected);
@@ -92,7 +92,7 @@ TEST(ZipFiles, LinksAreNotFollowed) {
       folder.Add("a.zip", BuildZip({Stored("folder/file", "x"), Stored("folder/sub/", ""),
                                     Stored("file", "new"), Stored("dangling", "new")})
                               .bytes);
-  const ScopedFolder inside(folder.Path() / "out");
+  const ScopedCurrentFolder inside(folder.Path() / "out");
   fs::create_directory_symlink("../elsewhere", "folder");
   fs::create_symlink("../outside", "file");
   fs::create_symlink("../nowhere", "dangling");
@@ -122,9 +122,16 @@ TEST(ZipFiles, TakeNamesAsTheyAreSpelled) {
                             {"...", "5"}}));
 }
 
+TEST(ZipFiles, QuotedWildcardsStandForThemselves) {
+  const std::string zip =
+      BuildZip({Stored("a*b", "1"), Stored("a.b", "2"), Stored("a?b", "3")}).bytes;
+  EXPECT_EQ(hvtest::Explode(zip, "a\\*b").tree, (Tree{{"a*b", "1"}}));
+  EXPECT_EQ(hvtest::Explode(zip, "A\\?[b]").tree, (Tree{{"a?b", "3"}}));
+}
+
 TEST(ZipFiles, APipeInTheWayIsNotWaitedFor) {
   const TestFolder folder;
-  const ScopedFolder inside(folder.Path());
+  const ScopedCurrentFolder inside(folder.Path());
   folder.Add("a.zip", BuildZip({Stored("pipe", "x")}).bytes);
   ASSERT_EQ(mkfifo("pipe", 0600), 0);
   EXPECT_EQ(HvZipExplode("a", nullptr, nullptr), HV_SHARING_VIOLATION);
@@ -150,7 +157,7 @@ class ScopedLimit {
 
 TEST(ZipFiles, AFullDiskEndsTheRun) {
   const TestFolder folder;
-  const ScopedFolder inside(folder.Path());
+  const ScopedCurrentFolder inside(folder.Path());
   const std::string large(100000, 'x');
   folder.Add("a.zip",
              BuildZip({Stored("first", "1"), Stored("large", large), Stored("last", "2")}).bytes);
@@ -169,7 +176,7 @@ TEST(ZipFiles, AFullDiskEndsTheRun) {
 
 TEST(ZipFiles, AnArchiveThatCannotBeOpenedSaysSo) {
   const TestFolder folder;
-  const ScopedFolder inside(folder.Path());
+  const ScopedCurrentFolder inside(folder.Path());
   folder.Add("a.zip", BuildZip({Stored("m", "1")}).bytes);
   uint32_t code = 0;
   {

@@ -23,7 +23,7 @@ ZipRun Explode(std::string_view archive, const char* pattern, HvZipProgress prog
   fs::create_directory(out);
   ZipRun run;
   {
-    const ScopedFolder inside(out);
+    const ScopedCurrentFolder inside(out);
     run.code = HvZipExplode(path.c_str(), pattern, progress);
   }
   run.tree = ReadTree(out);

@@ -12,21 +12,6 @@
 
 namespace hvtest {
 
-// Makes a folder the current one until the end of the scope.
-class ScopedFolder {
- public:
-  explicit ScopedFolder(const std::filesystem::path& path)
-      : before_(std::filesystem::current_path()) {
-    std::filesystem::current_path(path);
-  }
-  ScopedFolder(const ScopedFolder&) = delete;
-  ScopedFolder& operator=(const ScopedFolder&) = delete;
-  ~ScopedFolder() { std::filesystem::current_path(before_); }
-
- private:
-  std::filesystem::path before_;
-};
-
 // What is below a folder: names with "/" between their parts and what the files hold. A directory
 // has a "/" at its end.
 using Tree = std::map<std::string, std::string>;

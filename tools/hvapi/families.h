@@ -17,6 +17,7 @@ void AddRecordCommands(CLI::App* program);
 void AddPanelCommands(CLI::App* program);
 void AddSetupCommands(CLI::App* program);
 void AddListingCommands(CLI::App* program);
+void AddUnzipCommands(CLI::App* program);
 void AddUrlCommands(CLI::App* program);
 void AddInfoCommands(CLI::App* program);
 void AddShellCommands(CLI::App* program);

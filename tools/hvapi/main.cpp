@@ -29,6 +29,7 @@ constexpr Family Families[] = {
     {"SENDING TO PRINTERS", AddQueueCommands},
     {"PRINTER REPLIES", AddReplyCommands},
     {"FILES", AddFileCommands},
+    {"FILES", AddUnzipCommands},
     {"FONTS", AddFontCommands},
     {"MACROS", AddMacroCommands},
     {"MACROS AND DEMONSTRATION FILES", AddDemoCommands},

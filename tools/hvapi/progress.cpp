@@ -21,16 +21,42 @@ uint64_t FileSize(const std::filesystem::path& path) {
   return missing ? 0 : size;
 }
 
-std::string Bar(uint64_t done, uint64_t expected) {
-  const double share = static_cast<double>(done) / static_cast<double>(expected);
-  const std::size_t full = static_cast<std::size_t>(share * static_cast<double>(BarWidth));
-  const std::string percent = std::to_string(static_cast<int>(share * 100));
-  return "[" + std::string(full, '#') + std::string(BarWidth - full, '.') + "] " +
-         std::string(3 - percent.size(), ' ') + percent + " %  " + std::to_string(done >> 20) +
-         " of " + std::to_string(expected >> 20) + " MB";
+// Text of an archive or a font may hold anything, and too much of it.
+std::string OneLine(const std::string& text) {
+  constexpr std::size_t Longest = 24;
+  std::string line = text.size() <= Longest ? text : "..." + text.substr(text.size() - Longest + 3);
+  std::replace_if(
+      line.begin(), line.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
+  return line;
 }
 
 }  // namespace
+
+ProgressBar::ProgressBar() : isShown_(ErrorsGoToTerminal()) {}
+
+void ProgressBar::Show(uint64_t done, uint64_t total, const std::string& text) {
+  if (!isShown_) return;
+  const double share =
+      total == 0 ? 0.0 : static_cast<double>(std::min(done, total)) / static_cast<double>(total);
+  const int percent = static_cast<int>(share * 100);
+  const auto now = std::chrono::steady_clock::now();
+  if (percent == percent_ && now - drawn_ < Interval) return;
+  percent_ = percent;
+  drawn_ = now;
+  const std::size_t full = static_cast<std::size_t>(share * static_cast<double>(BarWidth));
+  const std::string number = std::to_string(percent);
+  const std::string bar = "[" + std::string(full, '#') + std::string(BarWidth - full, '.') + "] " +
+                          std::string(3 - number.size(), ' ') + number + " %  " + OneLine(text);
+  const std::string rest(width_ - std::min(width_, bar.size()), ' ');
+  width_ = bar.size();
+  std::fprintf(stderr, "\r%s%s", bar.c_str(), rest.c_str());
+  std::fflush(stderr);
+}
+
+void ProgressBar::Clear() {
+  if (width_ > 0) std::fprintf(stderr, "\r%s\r", std::string(width_, ' ').c_str());
+  width_ = 0;
+}
 
 FileProgress::FileProgress(const std::filesystem::path& destination, uint64_t expected, bool append)
     : destination_(destination), expected_(expected) {
@@ -50,17 +76,15 @@ FileProgress::~FileProgress() {
 }
 
 void FileProgress::Watch() {
-  std::size_t shown = 0;
+  ProgressBar bar;
   std::unique_lock<std::mutex> lock(mutex_);
   while (!ended_.wait_for(lock, Interval, [this] { return end_; })) {
     const uint64_t size = FileSize(destination_);
     if (size <= before_) continue;
-    const std::string bar = Bar(std::min(size - before_, expected_), expected_);
-    shown = std::max(shown, bar.size());
-    std::fprintf(stderr, "\r%s", bar.c_str());
-    std::fflush(stderr);
+    const uint64_t done = std::min(size - before_, expected_);
+    bar.Show(done, expected_,
+             std::to_string(done >> 20) + " of " + std::to_string(expected_ >> 20) + " MB");
   }
-  if (shown > 0) std::fprintf(stderr, "\r%s\r", std::string(shown, ' ').c_str());
 }
 
 }  // namespace hvtool

@@ -1,17 +1,39 @@
-// A progress bar on standard error for a file destination that grows while an export writes it.
+// Progress bars on standard error, for a person at a terminal.
 //
-// The library reports no progress of its own, so the size of the destination is watched. There is
-// no bar when standard error is no terminal, when little is to be sent, or when the destination is
-// no regular file (a printer takes bytes without a size to be seen).
+// A ProgressBar shows what a callback of the library reports. A FileProgress watches the size of a
+// file destination that grows while an export writes it, since sending has no callback; there is no
+// bar when little is to be sent, or when the destination is no regular file (a printer takes bytes
+// without a size to be seen).
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <filesystem>
 #include <mutex>
+#include <string>
 #include <thread>
 
 namespace hvtool {
+
+class ProgressBar {
+ public:
+  ProgressBar();
+  ProgressBar(const ProgressBar&) = delete;
+  ProgressBar& operator=(const ProgressBar&) = delete;
+  ~ProgressBar() { Clear(); }
+
+  // Draws the bar again when the percentage or, some time ago, the text has changed. A total of 0
+  // is a share of 0.
+  void Show(uint64_t done, uint64_t total, const std::string& text);
+  void Clear();
+
+ private:
+  bool isShown_;  // whether anybody sees it
+  std::size_t width_ = 0;
+  int percent_ = -1;
+  std::chrono::steady_clock::time_point drawn_;
+};
 
 class FileProgress {
  public:
