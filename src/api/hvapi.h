@@ -845,6 +845,50 @@ HVAPI_EXPORT uint32_t HVAPI_CALL HvFonQueryInfo(const char* fontPath, HvFontInfo
 HVAPI_EXPORT uint32_t HVAPI_CALL HvFonDownload(const char* fontPath, const char* destination,
                                                const HvJobInfo* job, uint32_t targetDevice);
 
+/* Conversions of HvFonConvert, with the output that they have when none is named. */
+enum {
+  FONT_CONVERT_AFM_TO_PFM = 1,            /* AFM and INF to PFM for the PostScript driver */
+  FONT_CONVERT_AFM_TO_PFM_PSM = 2,        /* the same, and a PSM for "IBM LaserPrinter" */
+  FONT_CONVERT_PFM_TO_AFM = 3,            /* source with extension AFM */
+  FONT_CONVERT_DLF_TO_PBM = 4,            /* DLF font; source with extension PBM */
+  FONT_CONVERT_PCL_TO_PFM = 5,            /* PCL soft font; source with extension PFM */
+  FONT_CONVERT_TFM_TO_PFM = 6,            /* tagged font metrics; source with extension PFM */
+  FONT_CONVERT_TFM_TO_PFM_BY_HEADER = 16, /* 6, selected as the soft font that is the source */
+  FONT_CONVERT_PCL_TO_PFM_DESCRIBED = 17  /* 5, with a description of the font */
+};
+
+/*
+ * Turns a font or font-metrics file into the metrics file of a Windows driver, or a PFM into an
+ * AFM.
+ *   source        the file to convert. The INF beside an AFM must be there: it has the AFM's name
+ *                 with the extension INF.
+ *   destination   the file to write; NULL or the empty text for the name given with each type. Type
+ *                 1: without any "." it is a directory, in which the output has the source's name
+ *                 in upper case with the extension PFM; when it is not given, the output is the
+ *                 source with that extension. Type 2: must be given; the outputs are its name with
+ *                 the extensions PFM and PSM.
+ *   fontInfo      types 6 and 16: what HvFonQueryInfo said of the font; its companion path names
+ *                 the tagged font metrics. Not read by others.
+ *   pathSelector  types 6 and 16: FONT_COMPANIONS_METRICS for companionPath1,
+ *                 FONT_COMPANIONS_WINDOWS for companionPath2
+ *   type          FONT_CONVERT_...
+ * An extension replaces what stands behind the last dot of the file name; a name without a dot gets
+ * the three letters appended. An output that is there is replaced.
+ * Types 5 and 17 take the layout of the characters to be that of the soft font that
+ * HvFonQueryInfo described last, so that it should be called for the source before.
+ * Results: HV_OK (types 1 and 2: also when the output cannot be written), HV_BAD_ARGUMENT (also an
+ * unknown type, a missing destination or record, another pathSelector, an output name that is too
+ * long), HV_NOT_FOUND (source or INF), HV_CANNOT_OPEN (an input, or an output of types 3 to 17 that
+ * cannot be created), HV_WRITE_FAILED (type 3), HV_NO_MEMORY, HV_UNUSABLE_FILE (the source is not
+ * of the kind that the type takes; tagged font metrics that cannot be read), HV_SYSTEM_FAILURE
+ * (types 4 to 17: not all bytes could be written), HV_LIMIT_REACHED (an AFM or INF of more than
+ * 65,534 bytes). After HV_WRITE_FAILED and HV_SYSTEM_FAILURE the output is left as far as it was
+ * written; other failures touch no output.
+ */
+HVAPI_EXPORT int32_t HVAPI_CALL HvFonConvert(const char* source, const char* destination,
+                                             const HvFontInfo* fontInfo, uint32_t pathSelector,
+                                             int32_t type);
+
 /* ---------------------------------------------------------------------------------------------
  * Macros
  * ------------------------------------------------------------------------------------------ */

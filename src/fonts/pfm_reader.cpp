@@ -1,6 +1,8 @@
 #include "fonts/pfm_reader.h"
 
+#include <algorithm>
 #include <memory>
+#include <span>
 
 #include "api/file_operations.h"
 #include "fonts/pfm_header.h"
@@ -13,29 +15,31 @@ namespace {
 constexpr std::size_t SmallestFile = 256;
 // Some files carry this many bytes behind what their size field counts.
 constexpr uint64_t TrailerSize = 32;
-// The first field of the extension behind the header, 0 in files with such a trailer.
-constexpr PackedField ExtensionSize = {117, 2, ByteOrder::Little, Sign::Unsigned,
-                                       "size of extension"};
-
 constexpr uint32_t FirstFaceNameOffset = 35;
 constexpr uint32_t LastFaceNameOffset = 2047;
 constexpr std::size_t LongestFaceName = 90;
 constexpr uint32_t BoldWeight = 700;
 
+// 0 in files with such a trailer.
+uint32_t ExtensionSize(const PfmImage& image) {
+  return PfmValue(std::span(image).subspan(PfmHeaderSize), PfmExtensionField::Size);
+}
+
 bool IsPfm(const PfmImage& image, uint64_t fileSize) {
   if (fileSize < SmallestFile || image.size() < SmallestFile) return false;
   const uint64_t size = PfmValue(image, PfmField::Size);
   return (size == fileSize && HasFaceNameInPlace(image)) ||
-         (size == fileSize - TrailerSize && ReadField(image, ExtensionSize) == 0);
+         (size == fileSize - TrailerSize && ExtensionSize(image) == 0);
 }
 
 }  // namespace
 
-std::optional<PfmImage> PfmOpen(const char* path) {
+std::optional<PfmImage> PfmOpen(const char* path, std::size_t limit) {
   const std::unique_ptr<platform::Stream> stream = platform::OpenStream(path, "rb");
   if (stream == nullptr) return std::nullopt;
-  PfmImage image = ReadBytes(stream.get(), PfmImageSize);
-  if (!IsPfm(image, FileSize(path))) return std::nullopt;
+  const uint32_t size = FileSize(path);
+  PfmImage image = ReadBytes(stream.get(), std::min<std::size_t>(limit, size));
+  if (!IsPfm(image, size)) return std::nullopt;
   return image;
 }
 

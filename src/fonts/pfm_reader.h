@@ -15,9 +15,11 @@ namespace hv {
 // to its reader, so that readers do not disturb each other.
 using PfmImage = std::vector<uint8_t>;
 constexpr std::size_t PfmImageSize = 4096;
+// More than the tables and names of a PFM can take.
+constexpr std::size_t LargestPfm = 1024 * 1024;
 
-// Loads the start of the file. Empty when it cannot be opened or is no PFM.
-std::optional<PfmImage> PfmOpen(const char* path);
+// Loads the first `limit` bytes of the file. Empty when it cannot be opened or is no PFM.
+std::optional<PfmImage> PfmOpen(const char* path, std::size_t limit = PfmImageSize);
 
 // Whether the face name is where that of a well-formed file lies.
 bool HasFaceNameInPlace(const PfmImage& image);

@@ -17,6 +17,7 @@ namespace {
 constexpr std::string_view FontCommand = "\x1B)s";
 constexpr int LongestCommandTail = 6;  // digits and the "W"
 constexpr uint32_t DefaultResolution = 300;
+constexpr std::size_t ResolutionSize = 4;
 // A height is in quarter dots, a point a 72nd of an inch.
 constexpr uint32_t PointsPerHeight = 72 / 4;
 
@@ -68,9 +69,9 @@ const FormatRow* FindFormat(const SoftFontDescriptor& descriptor) {
   return row == std::end(FormatTable) ? nullptr : row;
 }
 
-bool ReadResolution(platform::Stream* file, HvFontInfo* info) {
-  std::array<uint8_t, 4> words = {};
-  if (file->Read(words.data(), words.size()) != words.size()) return false;
+// The two words of a resolution-specified font behind the fields that all descriptors have.
+bool TakeResolution(std::span<const uint8_t> words, HvFontInfo* info) {
+  if (words.size() < ResolutionSize) return false;
   info->xResolution = LoadBe16(&words[0]);
   info->yResolution = LoadBe16(&words[2]);
   return info->yResolution != 0;
@@ -162,10 +163,20 @@ uint32_t PclReadFontDescriptor(platform::Stream* file, HvFontInfo* info) {
   const FormatRow* format = FindFormat(descriptor);
   if (format == nullptr) return HV_UNUSABLE_FILE;
   SetPclHeaderFamily(format->family);
+  std::array<uint8_t, ResolutionSize> words = {};
+  const bool hasWords = format->fontType == FONT_TYPE_PCL_RESOLUTION;
+  const std::size_t count = hasWords ? file->Read(words.data(), words.size()) : 0;
+  return PclDescribeFont(descriptor, std::span(words).first(count), info);
+}
+
+uint32_t PclDescribeFont(const SoftFontDescriptor& descriptor, std::span<const uint8_t> behind,
+                         HvFontInfo* info) {
+  const FormatRow* format = FindFormat(descriptor);
+  if (format == nullptr) return HV_UNUSABLE_FILE;
   info->fontType = format->fontType;
   uint32_t resolution = DefaultResolution;
   if (format->fontType == FONT_TYPE_PCL_RESOLUTION) {
-    if (!ReadResolution(file, info)) return HV_UNUSABLE_FILE;
+    if (!TakeResolution(behind, info)) return HV_UNUSABLE_FILE;
     resolution = info->yResolution;
   }
   const int32_t fontType = DescriptorValue(descriptor, DescriptorField::FontType);

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "api/hvapi.h"
@@ -115,6 +116,10 @@ std::unique_ptr<platform::Stream> PclFontOpen(const char* path);
 // fontType, resolution, name, description, symbolSet, FONT_FLAG_PROPORTIONAL. Sets PclHeaderFamily
 // for each known format. HV_OK, or HV_UNUSABLE_FILE.
 uint32_t PclReadFontDescriptor(platform::Stream* file, HvFontInfo* info);
+
+// The same for a descriptor in memory and the bytes behind it, without setting PclHeaderFamily.
+uint32_t PclDescribeFont(const SoftFontDescriptor& descriptor, std::span<const uint8_t> behind,
+                         HvFontInfo* info);
 
 // The code of a symbol set as text, "8U" for 277: a number and a letter.
 std::string SymbolSetText(uint16_t symbolSet);

@@ -1,0 +1,136 @@
+#include "support/metrics_files.h"
+
+#include "support/font_files.h"
+
+namespace hvtest {
+namespace {
+
+char Byte(unsigned value) {
+  return static_cast<char>(value & 0xFF);
+}
+
+std::string Word(int value) {
+  return Le16(static_cast<unsigned>(value) & 0xFFFF);
+}
+
+// Where the sections of a file begin, in bytes from its start; 0 for none.
+struct Places {
+  std::size_t size = 0;
+  std::size_t device = 0;
+  std::size_t face = 0;
+  std::size_t metrics = 0;
+  std::size_t widths = 0;
+  std::size_t kerning = 0;
+  std::size_t driver = 0;
+};
+
+std::string Offset(std::size_t offset) {
+  return Le32(static_cast<uint32_t>(offset));
+}
+
+std::string Header(const FontMetrics& font, const Places& at, bool psm) {
+  std::string header = Word(0x100) + Offset(at.size) + Field(font.copyright, 60);
+  header += Word(psm ? 0x8280 : 0x81) + Word(10) + Word(300) + Word(300);
+  header += Word(font.ascender) + Word(font.internalLeading) + Word(psm ? 196 : 0);
+  header += {Byte(font.italicAngle != 0 ? 1 : 0), '\0', '\0'};
+  header += Word(static_cast<int>(font.weight)) + Byte(font.charSet);
+  header += Word(psm && font.variable ? 0 : font.maximumWidth) + Word(font.boxHeight);
+  header += Byte(font.family + (font.variable ? 1 : 0));
+  header += Word(font.averageWidth) + Word(font.maximumWidth);
+  header += {Byte(font.first), Byte(font.last), Byte(149 - font.first), '\0'};
+  return header + Word(0) + Offset(at.device) + Offset(at.face) + Le32(0) + Le32(0);
+}
+
+std::string Extension(const Places& at) {
+  return Word(30) + Offset(at.metrics) + Offset(at.widths) + Le32(0) + Offset(at.kerning) +
+         Le32(0) + Offset(at.driver) + Le32(0);
+}
+
+std::string Metrics(const FontMetrics& font) {
+  const int words[] = {52,
+                       240,
+                       0,
+                       1000,
+                       3,
+                       1000,
+                       1000,
+                       font.capHeight,
+                       font.xHeight,
+                       font.ascent,
+                       font.descent,
+                       font.italicAngle,
+                       -500,
+                       250,
+                       500,
+                       500,
+                       font.underlinePosition,
+                       font.underlineThickness,
+                       font.underlinePosition / 2,
+                       font.underlinePosition,
+                       font.underlineThickness / 2,
+                       font.underlineThickness / 2,
+                       500,
+                       100,
+                       static_cast<int>(font.kerning.size()),
+                       0};
+  std::string bytes;
+  for (const int word : words) bytes += Word(word);
+  return bytes;
+}
+
+std::string KerningTable(const FontMetrics& font) {
+  if (font.kerning.empty()) return {};
+  std::string table = Word(static_cast<int>(font.kerning.size()));
+  for (const Kerning& pair : font.kerning) {
+    table += {Byte(pair.first), Byte(pair.second)};
+    table += Word(pair.amount);
+  }
+  return table;
+}
+
+}  // namespace
+
+std::string PostScriptPfm(const FontMetrics& font) {
+  Places at;
+  at.metrics = 117 + 30;
+  at.device = at.metrics + 52;
+  at.face = at.device + 11;
+  at.driver = at.face + font.face.size() + 1;
+  at.widths = at.driver + font.fontName.size() + 1;
+  const std::size_t widthsEnd = at.widths + 2 * font.widths.size();
+  at.kerning = font.kerning.empty() ? 0 : widthsEnd;
+  at.size = widthsEnd + KerningTable(font).size();
+
+  std::string file = Header(font, at, false) + Extension(at) + Metrics(font);
+  file += Field("PostScript", 11) + font.face + '\0' + font.fontName + '\0';
+  for (const int width : font.widths) file += Word(width);
+  return file + KerningTable(font);
+}
+
+std::string LaserPrinterPsm(const FontMetrics& font) {
+  std::string widths;
+  std::string pixels;
+  for (const int width : font.widths) {
+    widths += Le32(static_cast<uint32_t>(width));
+    pixels += Le32(static_cast<uint32_t>(width * 416 / 1000 / 10));
+  }
+  widths += Le32(0);
+  if (!font.variable) widths = pixels = "";
+
+  Places at;
+  at.widths = font.variable ? 117 : 0;
+  at.device = 117 + widths.size() + 30;
+  at.face = at.device + 20;
+  at.metrics = at.face + 32;
+  at.driver = at.metrics + 52 + pixels.size();
+  at.kerning = font.kerning.empty() ? 0 : at.driver + 37;
+  at.size = at.driver + 37 + KerningTable(font).size();
+
+  std::string file = Header(font, at, true) + widths + Extension(at);
+  file += Field("IBM LaserPrinter", 20) + Field(font.face.substr(0, 31), 32);
+  file += Metrics(font) + pixels + Field(font.fontName.substr(0, 32), 33);
+  file += {Byte(font.first), Byte(font.last), '\x03', '\x33'};
+  return file + KerningTable(font);
+}
+
+}  // namespace hvtest
