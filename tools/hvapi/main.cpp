@@ -31,7 +31,7 @@ constexpr Family Families[] = {
     {"FILES", AddFileCommands},
     {"FILES", AddUnzipCommands},
     {"FONTS", AddFontCommands},
-    {"MACROS", AddMacroCommands},
+    {"MACROS AND DEMONSTRATION FILES", AddMacroCommands},
     {"MACROS AND DEMONSTRATION FILES", AddDemoCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},
