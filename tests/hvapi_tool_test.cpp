@@ -12,6 +12,7 @@
 
 namespace {
 
+using hvtest::JsonText;
 using hvtest::ProgramRun;
 using hvtest::ReadFile;
 using hvtest::RunProgram;
@@ -32,16 +33,6 @@ std::string Text(const Words& words) {
   std::string text;
   for (const std::string& word : words) text += word + " ";
   return text;
-}
-
-// A path as JSON writes it.
-std::string JsonText(const std::string& path) {
-  std::string text = "\"";
-  for (const char c : path) {
-    if (c == '\\') text += c;
-    text += c;
-  }
-  return text + '"';
 }
 
 const std::string PjlEnd = "\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n";

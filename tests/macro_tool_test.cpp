@@ -68,8 +68,8 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
        "",
        ""},
       {{"validate", out, "--language", "postscript", "--json"},
-       "{\n  \"file\": \"" + out +
-           "\",\n  \"name\": \"Logo.demo\",\n  \"target\": \"flash1\",\n  \"demonstration\": "
+       "{\n  \"file\": " + hvtest::JsonText(out) +
+           ",\n  \"name\": \"Logo.demo\",\n  \"target\": \"flash1\",\n  \"demonstration\": "
            "true\n}\n",
        "",
        ""},

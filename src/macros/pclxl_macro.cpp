@@ -113,6 +113,8 @@ uint32_t ValidatePclXlMacro(platform::Stream* source, const HvJobInfo& job, HvMa
 }
 
 bool IsPclXlWorkFile(const char* path) {
+  // A file that is looked at cannot be deleted on every system, so that nobody else may be at them.
+  const PclXlWorkFiles held;
   for (const char* file : {PclXlWorkFiles::Input, PclXlWorkFiles::Page, PclXlWorkFiles::Output}) {
     if (EqualsIgnoreCase(path, file) || platform::NameSameFile(path, file)) return true;
   }

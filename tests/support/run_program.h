@@ -16,4 +16,14 @@ struct ProgramRun {
 // waits for its end.
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& arguments);
 
+// A path as JSON writes it.
+inline std::string JsonText(const std::string& path) {
+  std::string text = "\"";
+  for (const char c : path) {
+    if (c == '\\') text += c;
+    text += c;
+  }
+  return text + '"';
+}
+
 }  // namespace hvtest
