@@ -26,8 +26,9 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
   const std::string source = folder.Add("letter.pcl",
                                         "\x1B"
                                         "E\x1B&l3Xtext\x0C");
-  const std::string macro = folder / "letter.mac";
-  const std::string out = folder / "out";
+  const std::string source = "letter.pcl";
+  const std::string macro = "letter.mac";
+  const std::string out = "out";
   const struct {
     Words words;
     std::string output;
@@ -87,8 +88,10 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
 
 TEST(MacroTool, SaysWhatIsWrong) {
   const TestFolder folder;
-  const std::string text = folder.Add("text", "text");
-  const std::string out = folder / "out";
+  const hvtest::ScopedCurrentFolder here(folder.Path());
+  folder.Add("text", "text");
+  const std::string text = "text";
+  const std::string out = "out";
   const struct {
     Words words;
     int status;
