@@ -52,6 +52,12 @@ static_assert(offsetof(HvMacroInfo, macroId) == 34);
 static_assert(offsetof(HvMacroInfo, filterMask) == 36);
 static_assert(sizeof(HvMacroInfo) == 40);
 
+static_assert(offsetof(HvDemoInfo, method) == 4);
+static_assert(offsetof(HvDemoInfo, name) == 8);
+static_assert(offsetof(HvDemoInfo, headerByte) == 32);
+static_assert(offsetof(HvDemoInfo, target) == 33);
+static_assert(sizeof(HvDemoInfo) == 37);
+
 static_assert(offsetof(HvOptionEntry, value1) == 0x00);
 static_assert(offsetof(HvOptionEntry, value5) == 0x04);
 static_assert(offsetof(HvOptionEntry, text) == 0x08);
