@@ -25,9 +25,8 @@ namespace fs = std::filesystem;
 void WriteJob(const std::string& path, int64_t megabytes, int64_t rowSize) {
   constexpr int RowsOfPage = 6000;
   const std::string uel = "\x1B%-12345X";
-  std::string page = uel +
-                     "@PJL ENTER LANGUAGE = PCL\r\n\x1B"
-                     "E\x1B&l26a0o1H\x1B*t600R\x1B*r0A\x1B*b2M";
+  std::string page =
+      uel + "@PJL ENTER LANGUAGE = PCL\r\n\033E\x1B&l26a0o1H\x1B*t600R\x1B*r0A\x1B*b2M";
   uint32_t state = 1;
   for (int row = 0; row < RowsOfPage; ++row) {
     if (rowSize == 0) {
@@ -40,10 +39,7 @@ void WriteJob(const std::string& path, int64_t megabytes, int64_t rowSize) {
       page += static_cast<char>(state >> 24);
     }
   }
-  page +=
-      "\x1B*rB\x0C\x1B"
-      "E" +
-      uel;
+  page += "\x1B*rB\x0C\033E" + uel;
   std::ofstream file(path, std::ios::binary);
   for (int64_t written = 0; written < megabytes * 1000000;
        written += static_cast<int64_t>(page.size())) {
