@@ -68,6 +68,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string head = hvtest::Type1Head("Times-Roman", "StandardEncoding");
+  const std::string uel = "\x1B%-12345X";
   const std::string pfm = hvtest::PfmFile().Bytes();
   std::vector<Seed> seeds = {
       {"font_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
@@ -83,6 +84,15 @@ int main(int argc, char** argv) {
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
       {"pclxl", "page", hvtest::PclXlSampleJob()},
+      {"macro_filter", "pcl",
+       "\x3F\x03" + uel + "@PJL X\n\033E\x1B&l1o2a3X\x1B*b2Wab\x1B%0BIN\x1B%0A\x0C" + uel},
+      {"macro_filter", "postscript", "  " + uel + "@PJL X\n%!PS-Adobe-3.0\nshowpage\n\x04" + uel},
+      {"macro_analysis", "pcl", "\x1B&f12y0Xtext\x1B&f1X"},
+      {"macro_analysis", "procedure", "serverdict begin 0 exitserver /Logo {\n"},
+      {"macro_analysis", "file", "/writefile (%disk1%Logo) (w) file def\n"},
+      {"macro_analysis", "overlay", "%!PS-Adobe-3.0\n%%Quintar Overlay: Logo\n"},
+      {"macro_analysis", "ppds", "\x1B[l"},
+      {"macro_analysis", "pclxl", hvtest::PclXlSampleJob()},
   };
   AddZipSeeds(seeds);
   for (const Seed& seed : seeds) {

@@ -137,9 +137,7 @@ TEST(MacroCreate, FiltersPostScript) {
 TEST(MacroCreate, FiltersPcl) {
   const TestFolder folder;
   constexpr uint32_t Default = DEFAULT_FILTER_MASK;
-  const std::string characters = std::string(140, '@') +
-                                 "\x1B"
-                                 "E\x0C@PJL\nx";
+  const std::string characters = std::string(140, '@') + "\033E\x0C@PJL\nx";
   const struct {
     uint32_t mask;
     std::string source;
@@ -152,20 +150,13 @@ TEST(MacroCreate, FiltersPcl) {
       {FILTER_DROP_PAGE_SIZE, "\x1B&l0o26A", "\x1B&l0O"},
       {FILTER_DROP_PAGE_SIZE, "\x1B&l26a0O", "\x1B&l0O"},
       {FILTER_DROP_PAGE_SIZE, "\x1B&l1x26a0o2T", "\x1B&l1x0o2T"},
-      {0,
-       "\x1B"
-       "E\x0C\x1B&l2a66p1F",
-       "\x1B"
-       "E\x0C\x1B&l2A"},
+      {0, "\033E\x0C\x1B&l2a66p1F", "\033E\x0C\x1B&l2A"},
       {Default, "\x1B(s149W" + characters, "\x1B(s149W" + characters},
       {Default, "\x1B*c0F\x1B*c1F\x1B*c5F", "\x1B*c5F"},
       {Default, "\x1B&f6X\x1B&f7X\x1B&f10X\x1B&f3X\x1B&f0X", "\x1B&f3X\x1B&f0X"},
       {FILTER_DROP_MACRO_DEFINITION, "\x1B&f5y0X\x1B&f1X", "\x1B&f5Y"},
       {Default, "\x1B%0B@PJL\n\x0C\x1B&l2A\x1B%0A\x0C\x1B&l2A", "\x1B%0B@PJL\n\x0C\x1B&l2A\x1B%0A"},
-      {Default,
-       "\x1B%0BIN;\x0C\x1B"
-       "E\x0C",
-       "\x1B%0BIN;\x0C"},
+      {Default, "\x1B%0BIN;\x0C\033E\x0C", "\x1B%0BIN;\x0C"},
       {Default, "\x1B&n5Wabcdex\x1B&n0Wy", "x\x1B&n0Wy"},
       {Default, "\x1B&b1M\x1B&a1G\x1B&r1F\x1B&l1S", ""},
       {FILTER_DROP_JOB_SEPARATION, "\x1B&l1T\x1B&l2T", "\x1B&l2T"},
@@ -176,10 +167,7 @@ TEST(MacroCreate, FiltersPcl) {
       {Default, Uel + "@PJL SET X\n" + Bytes("\x1B[K\x01\0\x06") + "x" + Uel, "x"},
       {Default, "\x1B&l2a", ""},
       {Default, "\x1B&l2x", "\x1B&l2x"},
-      {Default,
-       "\x1B*b-5W\x1B"
-       "E",
-       "\x1B*b-5W"},
+      {Default, "\x1B*b-5W\033E", "\x1B*b-5W"},
   };
   for (const auto& c : cases) {
     HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER_MASK);

@@ -23,11 +23,11 @@ ProgramRun Macro(Words words) {
 
 TEST(MacroTool, MakesChecksAndSwitchesMacros) {
   const TestFolder folder;
-  const std::string source = folder.Add("letter.pcl",
-                                        "\x1B"
-                                        "E\x1B&l3Xtext\x0C");
-  const std::string macro = folder / "letter.mac";
-  const std::string out = folder / "out";
+  const hvtest::ScopedCurrentFolder here(folder.Path());
+  folder.Add("letter.pcl", "\033E\x1B&l3Xtext\x0C");
+  const std::string source = "letter.pcl";
+  const std::string macro = "letter.mac";
+  const std::string out = "out";
   const struct {
     Words words;
     std::string output;
@@ -41,8 +41,7 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
       {{"create", source, "--to", macro, "--id", "12", "--drop", "copies,form-feed"},
        "",
        macro,
-       "\x1B&f12y0X\x1B"
-       "Etext\x1B&f1X"},
+       "\x1B&f12y0X\033Etext\x1B&f1X"},
       {{"create", source, "--to", macro, "--id", "12", "--mask", "0x081"},
        "",
        macro,
@@ -59,8 +58,7 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
       {{"download", source, "--to", out, "--raw", "--id", "9", "--target", "disk1", "--esc-k"},
        "",
        out,
-       hvtest::Bytes("\x1B[K\x03\0\x06\x31\x02\x1B[K\x03\0\x06\xC0\x31\x1B"
-                     "E\x1B&l3Xtext\x0C"
+       hvtest::Bytes("\x1B[K\x03\0\x06\x31\x02\x1B[K\x03\0\x06\xC0\x31\033E\x1B&l3Xtext\x0C"
                      "\x1B&f9y10X\x1B[K\x03\0\x06\xC0\x32")},
       {{"download", source, "--to", out, "--store", "--language", "postscript", "--name", "Logo",
         "--demo", "--target", "flash1"},
@@ -87,8 +85,10 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
 
 TEST(MacroTool, SaysWhatIsWrong) {
   const TestFolder folder;
-  const std::string text = folder.Add("text", "text");
-  const std::string out = folder / "out";
+  const hvtest::ScopedCurrentFolder here(folder.Path());
+  folder.Add("text", "text");
+  const std::string text = "text";
+  const std::string out = "out";
   const struct {
     Words words;
     int status;

@@ -209,8 +209,7 @@ TEST(MacroValidate, RefusesPclXlJobsOfOtherLanguages) {
 TEST(MacroValidate, FiltersFirstWhereThatIsAskedFor) {
   const TestFolder folder;
   const std::string framed =
-      "\x1B%-12345X@PJL ENTER LANGUAGE = PCL\n\x1B&f12y0X\x1B"
-      "E\x1B&f1X\x1B%-12345X";
+      "\x1B%-12345X@PJL ENTER LANGUAGE = PCL\n\x1B&f12y0X\033E\x1B&f1X\x1B%-12345X";
   EXPECT_EQ(Validate(folder, framed, 5).code, HV_WRONG_LANGUAGE);
   const Finding found = Validate(folder, framed, 5, MACRO_FLAG_FILTER);
   EXPECT_EQ(found.code, HV_OK);

@@ -84,8 +84,7 @@ const std::vector<std::string> Commands = {
     "@PJX\n",
     Bytes("\x1B[K\x03\x00\x06\x31\x02"),
     "\x1B[L12",
-    "\x1B"
-    "E",
+    "\033E",
     "\x0C",
     "\x04",
     "%!PS-Adobe-3.0\n",
@@ -97,8 +96,7 @@ const std::vector<std::string> Commands = {
     "\x1B&r1F",
     "\x1B&b3M",
     "\x1B&p5X@PJL\n",
-    "\x1B*b3m2v4Wabc\x1B"
-    "E\x0C",
+    "\x1B*b3m2v4Wabc\033E\x0C",
     "\x1B*c0F\x1B*c5F",
     "\x1B(s4W\x1B\x1B@P",
     "\x1B(f3Wabc",
@@ -108,8 +106,7 @@ const std::vector<std::string> Commands = {
     "\x1B&n0Wab",
     "\x1B&s1C",
     "\x1B%0BPU;\x0C@PJL\n\x1B%1B\x1B%-12345X\x1B%0A\x0C",
-    "\x1B%1234567890123456B\x1B"
-    "E",
+    "\x1B%1234567890123456B\033E",
     "\x1B\x1B&l123456789012345678O",
     "\x1B&l-1o+2a 1T",
 };
@@ -171,10 +168,7 @@ TEST(JobFilter, AgreesWithTheModelOnMixtures) {
 }
 
 TEST(JobFilter, WritesPiecesOf1024Bytes) {
-  MemoryStream from(std::string(2500, 'x') +
-                    "\x1B"
-                    "E" +
-                    std::string(572, 'y'));
+  MemoryStream from(std::string(2500, 'x') + "\033E" + std::string(572, 'y'));
   MemoryStream to("");
   hv::FileChannel channel(&to, JOB_EMULATION_PCL);
   EXPECT_EQ(hv::FilterJobCommands(&from, channel.Get(), DEFAULT_FILTER_MASK, {}), HV_OK);

@@ -158,14 +158,9 @@ std::string FilterPclModel(const std::string& source, uint32_t mask) {
         continue;
       }
     }
-    if (StartsAt(text, at,
-                 "\x1B"
-                 "E")) {
+    if (StartsAt(text, at, "\033E")) {
       graphics = false;
-      if ((mask & 0x001) == 0)
-        out +=
-            "\x1B"
-            "E";
+      if ((mask & 0x001) == 0) out += "\033E";
       at += 2;
     } else if (!graphics && StartsAt(text, at, "\x1B&n")) {
       at = FilterIdentifier(text, at, &out);
