@@ -53,6 +53,11 @@ int main(int argc, char** argv) {
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
       {"pclxl", "page", hvtest::PclXlSampleJob()},
+      {"show", "pclxl", "\x1B%-12345X@PJL ENTER LANGUAGE = PCLXL\n" + hvtest::PclXlSampleJob()},
+      {"show", "font", hvtest::PclFont({}, hvtest::SampleCharacters())},
+      {"show", "pcl",
+       "\x1B%-12345X@PJL\n\x1B"
+       "E\x1B&l0o2A\x1B*b3m2Wab\x1B%0BIN;\x1B%0A\f"},
   };
   for (const Seed& seed : seeds) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / seed.reader;
