@@ -38,6 +38,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string head = hvtest::Type1Head("Times-Roman", "StandardEncoding");
+  const std::string uel = "\x1B%-12345X";
   const std::string pfm = hvtest::PfmFile().Bytes();
   const Seed seeds[] = {
       {"font_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
@@ -53,11 +54,20 @@ int main(int argc, char** argv) {
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
       {"pclxl", "page", hvtest::PclXlSampleJob()},
-      {"show", "pclxl", "\x1B%-12345X@PJL ENTER LANGUAGE = PCLXL\n" + hvtest::PclXlSampleJob()},
+      {"show", "pclxl", uel + "@PJL ENTER LANGUAGE = PCLXL\n" + hvtest::PclXlSampleJob()},
       {"show", "font", hvtest::PclFont({}, hvtest::SampleCharacters())},
       {"show", "pcl",
-       "\x1B%-12345X@PJL\n\x1B"
-       "E\x1B&l0o2A\x1B*b3m2Wab\x1B%0BIN;\x1B%0A\f"},
+       uel + "@PJL\n\x1B"
+             "E\x1B&l0o2A\x1B*b3m2Wab\x1B%0BIN;\x1B%0A\f"},
+      {"macro_filter", "pcl",
+       "\x3F\x03" + uel + "@PJL X\n\033E\x1B&l1o2a3X\x1B*b2Wab\x1B%0BIN\x1B%0A\x0C" + uel},
+      {"macro_filter", "postscript", "  " + uel + "@PJL X\n%!PS-Adobe-3.0\nshowpage\n\x04" + uel},
+      {"macro_analysis", "pcl", "\x1B&f12y0Xtext\x1B&f1X"},
+      {"macro_analysis", "procedure", "serverdict begin 0 exitserver /Logo {\n"},
+      {"macro_analysis", "file", "/writefile (%disk1%Logo) (w) file def\n"},
+      {"macro_analysis", "overlay", "%!PS-Adobe-3.0\n%%Quintar Overlay: Logo\n"},
+      {"macro_analysis", "ppds", "\x1B[l"},
+      {"macro_analysis", "pclxl", hvtest::PclXlSampleJob()},
   };
   for (const Seed& seed : seeds) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / seed.reader;

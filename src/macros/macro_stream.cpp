@@ -8,18 +8,35 @@ namespace {
 
 constexpr uint8_t LineFeed = '\n';
 
+// What is left in the buffer.
+std::string_view Rest(const MacroStream* stream) {
+  return {reinterpret_cast<const char*>(stream->in.data()) + stream->inPos,
+          stream->inCount - stream->inPos};
+}
+
 // Buffered bytes, fetched when there are none; empty at the end. Bytes pushed back come before.
 std::string_view Buffered(MacroStream* stream) {
   if (stream->inPos == stream->inCount) {
     stream->inPos = 0;
     stream->inCount = stream->source->Read(stream->in.data(), stream->in.size());
   }
-  return {reinterpret_cast<const char*>(&stream->in[0]) + stream->inPos,
-          stream->inCount - stream->inPos};
+  return Rest(stream);
+}
+
+// What can be looked at without reading on.
+std::string_view Ahead(const MacroStream* stream) {
+  return stream->pushCount == 0 ? Rest(stream) : std::string_view();
 }
 
 bool HasFailed(const MacroStream* stream) {
   return stream->channel->status != 0;
+}
+
+void WriteBuffer(MacroStream* stream) {
+  if (!HasFailed(stream)) {
+    ChannelWrite(stream->out.data(), static_cast<uint32_t>(stream->outCount), stream->channel);
+  }
+  stream->outCount = 0;
 }
 
 // Hands on `count` bytes of the source in runs; false when it ends first.
@@ -88,12 +105,10 @@ void StreamOpenWriter(MacroStream* stream, PrinterChannel* channel) {
 }
 
 void StreamCloseWriter(MacroStream* stream) {
-  if (HasFailed(stream)) return;
-  ChannelWrite(stream->out.data(), static_cast<uint32_t>(stream->outCount), stream->channel);
-  stream->outCount = 0;
+  WriteBuffer(stream);
 }
 
-int StreamGetByte(MacroStream* stream) {
+int StreamFetchByte(MacroStream* stream) {
   if (stream->pushCount > 0) return stream->pushback[--stream->pushCount];
   if (Buffered(stream).empty()) return -1;
   return stream->in[stream->inPos++];
@@ -106,12 +121,24 @@ std::size_t StreamRead(MacroStream* stream, void* buffer, std::size_t count) {
 }
 
 void StreamUnread(MacroStream* stream, std::string_view bytes) {
+  // Most often they still stand in the buffer.
+  const std::size_t count = bytes.size();
+  if (stream->pushCount == 0 && stream->inPos >= count &&
+      std::equal(bytes.begin(), bytes.end(), Rest(stream).data() - count)) {
+    stream->inPos -= count;
+    return;
+  }
   for (std::size_t i = bytes.size(); i-- > 0;) {
     stream->pushback[stream->pushCount++] = static_cast<uint8_t>(bytes[i]);
   }
 }
 
 bool StreamTake(MacroStream* stream, std::string_view text) {
+  if (const std::string_view ahead = Ahead(stream); ahead.size() >= text.size()) {
+    if (ahead.substr(0, text.size()) != text) return false;
+    stream->inPos += text.size();
+    return true;
+  }
   std::array<char, MacroStream::PushbackSize> read;
   const std::size_t count = StreamRead(stream, read.data(), text.size());
   const std::string_view next(read.data(), count);
@@ -168,16 +195,14 @@ void StreamPutByte(MacroStream* stream, uint8_t byte) {
 }
 
 void StreamWrite(MacroStream* stream, std::string_view bytes) {
-  while (!bytes.empty() && !HasFailed(stream)) {
+  for (;;) {
     const std::size_t room = stream->out.size() - stream->outCount;
     const std::size_t part = std::min(room, bytes.size());
-    std::memcpy(&stream->out[stream->outCount], bytes.data(), part);
+    if (part > 0) std::memcpy(&stream->out[stream->outCount], bytes.data(), part);
     stream->outCount += part;
+    if (part < room) return;
+    WriteBuffer(stream);
     bytes.remove_prefix(part);
-    if (stream->outCount == stream->out.size()) {
-      ChannelWrite(stream->out.data(), static_cast<uint32_t>(stream->out.size()), stream->channel);
-      stream->outCount = 0;
-    }
   }
 }
 

@@ -53,13 +53,14 @@ class ByteSet {
   std::array<bool, 256> members_ = {};
 };
 
-// The value text of a PCL parameter, of which the first 12 bytes are kept.
+// The value text of a PCL parameter, of which the first 12 bytes are kept, with room for its
+// letter.
 struct ParameterText {
   static constexpr std::size_t MostBytes = 12;
 
   std::string_view Text() const { return {bytes.data(), length}; }
 
-  std::array<char, MostBytes> bytes;
+  std::array<char, MostBytes + 1> bytes;
   std::size_t length = 0;
 };
 
@@ -71,7 +72,11 @@ void StreamOpenWriter(MacroStream* stream, PrinterChannel* channel);
 // Writes what still waits; also a piece of no bytes.
 void StreamCloseWriter(MacroStream* stream);
 
-int StreamGetByte(MacroStream* stream);
+int StreamFetchByte(MacroStream* stream);  // when none is buffered, or some are pushed back
+inline int StreamGetByte(MacroStream* stream) {
+  const bool isBuffered = stream->pushCount == 0 && stream->inPos < stream->inCount;
+  return isBuffered ? stream->in[stream->inPos++] : StreamFetchByte(stream);
+}
 std::size_t StreamRead(MacroStream* stream, void* buffer, std::size_t count);
 // Makes these bytes the next to be read, in their order.
 void StreamUnread(MacroStream* stream, std::string_view bytes);

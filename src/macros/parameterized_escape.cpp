@@ -5,11 +5,6 @@
 namespace hv {
 namespace {
 
-struct Parameter {
-  ParameterText value;
-  char letter = 0;
-};
-
 constexpr bool ContinuesSequence(char letter) {
   return letter >= 0x60 && letter <= 0x7E;
 }
@@ -17,19 +12,19 @@ constexpr bool ContinuesSequence(char letter) {
 // What has been kept of a sequence. A parameter waits until it is known whether it ends it.
 class SequenceWriter {
  public:
-  SequenceWriter(MacroStream* stream, std::string_view name) : stream_(stream), name_(name) {}
+  SequenceWriter(MacroStream* stream, std::string_view prefix) : stream_(stream), prefix_(prefix) {}
 
-  void Keep(const Parameter& parameter) {
+  void Keep(const ParameterText& value, char letter) {
     WriteWaiting();
-    waiting_ = parameter;
-    isWaiting_ = true;
+    waiting_ = value;
+    waiting_.bytes[waiting_.length++] = letter;
   }
 
   // Writes the parameter that waits, with its letter as the last one.
   void End() {
-    if (ContinuesSequence(waiting_.letter)) {
-      waiting_.letter = static_cast<char>(waiting_.letter - 0x20);
-    }
+    if (waiting_.length == 0) return;
+    char& letter = waiting_.bytes[waiting_.length - 1];
+    if (ContinuesSequence(letter)) letter = static_cast<char>(letter - 0x20);
     WriteWaiting();
   }
 
@@ -38,56 +33,51 @@ class SequenceWriter {
   void CutOff(const ParameterText& begun, bool dropped) {
     WriteWaiting();
     if (begun.length == 0 && dropped) return;
-    WriteStart();
+    WritePrefix();
     StreamWrite(stream_, begun.Text());
   }
 
  private:
-  void WriteStart() {
-    if (name_.empty()) return;
-    StreamPutByte(stream_, Escape);
-    StreamWrite(stream_, name_);
-    name_ = {};
+  void WritePrefix() {
+    StreamWrite(stream_, prefix_);
+    prefix_ = {};
   }
 
   void WriteWaiting() {
-    if (!isWaiting_) return;
-    WriteStart();
-    StreamWrite(stream_, waiting_.value.Text());
-    StreamPutByte(stream_, static_cast<uint8_t>(waiting_.letter));
-    isWaiting_ = false;
+    if (waiting_.length == 0) return;
+    WritePrefix();
+    StreamWrite(stream_, waiting_.Text());
+    waiting_.length = 0;
   }
 
   MacroStream* stream_;
-  std::string_view name_;  // until it is written
-  Parameter waiting_;
-  bool isWaiting_ = false;
+  std::string_view prefix_;  // until it is written
+  ParameterText waiting_;    // a value with its letter, or nothing
 };
 
 }  // namespace
 
-void FilterParameterizedEscape(MacroStream* stream, std::string_view name,
+void FilterParameterizedEscape(MacroStream* stream, std::string_view prefix,
                                std::string_view filterList) {
-  SequenceWriter writer(stream, name);
+  SequenceWriter writer(stream, prefix);
   int64_t dataCount = 0;
   bool dropped = false;
   for (bool goesOn = true; goesOn;) {
-    Parameter parameter;
-    parameter.value = StreamReadParameter(stream);
-    const int letter = StreamGetByte(stream);
-    if (letter < 0) {
-      writer.CutOff(parameter.value, dropped);
+    const ParameterText text = StreamReadParameter(stream);
+    const int byte = StreamGetByte(stream);
+    if (byte < 0) {
+      writer.CutOff(text, dropped);
       return;
     }
-    parameter.letter = static_cast<char>(letter);
-    goesOn = ContinuesSequence(parameter.letter);
-    const int32_t value = ParameterValue(parameter.value.Text());
-    const FilterAction action = MatchFilterList(filterList, parameter.letter, value);
+    const char letter = static_cast<char>(byte);
+    goesOn = ContinuesSequence(letter);
+    const int32_t value = ParameterValue(text.Text());
+    const FilterAction action = MatchFilterList(filterList, letter, value);
     if (action == FilterAction::KeepWithData) dataCount += value;
     if (action == FilterAction::Drop) {
       dropped = true;
     } else {
-      writer.Keep(parameter);
+      writer.Keep(text, letter);
     }
   }
   writer.End();

@@ -7,10 +7,10 @@
 
 namespace hv {
 
-// Copies the sequence of which ESC and `name`, as "&l", have been read, without the parameters that
-// the list drops (see filter_list.h), and the data behind it. The last parameter that is kept ends
-// what is written; when none is, nothing is.
-void FilterParameterizedEscape(MacroStream* stream, std::string_view name,
+// Copies the sequence whose first three bytes, `prefix`, have been read, without the parameters
+// that the list drops (see filter_list.h), and the data behind it. The last parameter that is kept
+// ends what is written; when none is, nothing is.
+void FilterParameterizedEscape(MacroStream* stream, std::string_view prefix,
                                std::string_view filterList);
 
 }  // namespace hv

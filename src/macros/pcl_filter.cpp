@@ -44,12 +44,18 @@ class PclFilter {
 
   bool HandlePclEscape() {
     std::array<char, 2> read;
-    const std::string_view next(read.data(), StreamRead(stream_, read.data(), read.size()));
+    std::size_t count = 0;
+    for (int byte = 0; count < read.size() && (byte = StreamGetByte(stream_)) >= 0;) {
+      read[count++] = static_cast<char>(byte);
+    }
+    const std::string_view next(read.data(), count);
     if (next == "&n") return HandleAlphanumericIdentifier();
-    const auto* const family = std::find_if(families_.begin(), families_.end(),
-                                            [&](const Family& f) { return f.name == next; });
+    const auto* const family =
+        std::find_if(families_.begin(), families_.end(), [&](const Family& f) {
+          return count == read.size() && f.prefix[1] == read[0] && f.prefix[2] == read[1];
+        });
     if (family != families_.end()) {
-      FilterParameterizedEscape(stream_, family->name, family->list);
+      FilterParameterizedEscape(stream_, family->prefix, family->list);
       return true;
     }
     StreamUnread(stream_, next);
@@ -60,10 +66,7 @@ class PclFilter {
 
   bool HandleReset() {
     inGraphics_ = false;
-    if (!dropsReset_)
-      StreamWrite(stream_,
-                  "\x1B"
-                  "E");
+    if (!dropsReset_) StreamWrite(stream_, "\033E");
     return true;
   }
 
@@ -105,9 +108,9 @@ class PclFilter {
     return true;
   }
 
-  // The two characters behind ESC, and what becomes of the parameters behind them.
+  // What a sequence begins with, and what becomes of its parameters.
   struct Family {
-    std::string_view name;
+    std::string_view prefix;
     std::string_view list;
   };
 
@@ -117,17 +120,17 @@ class PclFilter {
   ByteSet starts_{"\x1B@"};
   MaskedFilterLists lists_;
   std::array<Family, 11> families_ = {{
-      {"*b", "W! V!"},
-      {"*c", "W! F0 F1"},
-      {"(s", "W!"},
-      {")s", "W!"},
-      {"(f", "W!"},
-      {"&p", "X!"},
-      {"&b", "M#"},
-      {"&l", lists_.ampersandL},
-      {"&a", lists_.ampersandA},
-      {"&f", lists_.ampersandF},
-      {"&r", lists_.ampersandR},
+      {"\x1B*b", "W! V!"},
+      {"\x1B*c", "W! F0 F1"},
+      {"\x1B(s", "W!"},
+      {"\x1B)s", "W!"},
+      {"\x1B(f", "W!"},
+      {"\x1B&p", "X!"},
+      {"\x1B&b", "M#"},
+      {"\x1B&l", lists_.ampersandL},
+      {"\x1B&a", lists_.ampersandA},
+      {"\x1B&f", lists_.ampersandF},
+      {"\x1B&r", lists_.ampersandR},
   }};
 };
 

@@ -11,6 +11,7 @@ void AddShowCommands(CLI::App* program);
 void AddFileCommands(CLI::App* program);
 void AddQueueCommands(CLI::App* program);
 void AddFontCommands(CLI::App* program);
+void AddMacroCommands(CLI::App* program);
 void AddDemoCommands(CLI::App* program);
 void AddIniCommands(CLI::App* program);
 void AddRecordCommands(CLI::App* program);

@@ -21,6 +21,10 @@ HvJobInfo JobOptions::Record() const {
 }
 
 void AddJobOptions(CLI::App* command, JobOptions* job) {
+  AddJobOptions(command, job, "--name");
+}
+
+void AddJobOptions(CLI::App* command, JobOptions* job, const std::string& nameOption) {
   Require(AddOption(command, "--to", &job->destination, "DEST",
                     "Printer queue, socket://host[:port], or path of a file or port"));
   CLI::Option* pjl =
@@ -28,6 +32,16 @@ void AddJobOptions(CLI::App* command, JobOptions* job) {
   Exclude(AddFlag(command, "--esc-k", &job->escK,
                   "Use ESC [ K sequences instead: the printer takes no PJL"),
           pjl);
+  AddLanguageOption(command, job);
+  AddOption(command, nameOption, &job->name, "TEXT",
+            "Name of the document; a PJL printer shows its first 20 characters on the panel");
+  Expect(AddOption(command, "--nbx", &job->nbxAddress, "A B",
+                   "Reach the printer through its communication library, under these two address "
+                   "words (0 to 65535, the second not 0); DEST is not opened then"),
+         2);
+}
+
+void AddLanguageOption(CLI::App* command, JobOptions* job) {
   AddChoice(command, "--language", &job->emulation, "LANGUAGE",
             {{"none", JOB_EMULATION_NONE},
              {"default", JOB_EMULATION_DEFAULT},
@@ -37,12 +51,6 @@ void AddJobOptions(CLI::App* command, JobOptions* job) {
              {"pcl", JOB_EMULATION_PCL},
              {"pclxl", JOB_EMULATION_PCLXL}},
             "Language that the printer is to be switched to");
-  AddOption(command, "--name", &job->name, "TEXT",
-            "Name of the document; a PJL printer shows its first 20 characters on the panel");
-  Expect(AddOption(command, "--nbx", &job->nbxAddress, "A B",
-                   "Reach the printer through its communication library, under these two address "
-                   "words (0 to 65535, the second not 0); DEST is not opened then"),
-         2);
 }
 
 void AddCopiesOption(CLI::App* command, JobOptions* job) {

@@ -29,8 +29,13 @@ struct JobOptions {
   HvJobInfo Record() const;
 };
 
-// --to, --pjl | --esc-k, --language, --name, --nbx: what every job takes.
+// --to, --pjl | --esc-k, --language, --nbx, and --name: what every job takes. Where --name is that
+// of something else, the name of the job has an option of its own.
 void AddJobOptions(CLI::App* command, JobOptions* job);
+void AddJobOptions(CLI::App* command, JobOptions* job, const std::string& nameOption);
+
+// One of them by itself.
+void AddLanguageOption(CLI::App* command, JobOptions* job);
 
 // Those that only some jobs take.
 void AddCopiesOption(CLI::App* command, JobOptions* job);       // --copies

@@ -30,6 +30,7 @@ constexpr Family Families[] = {
     {"PRINTER REPLIES", AddReplyCommands},
     {"FILES", AddFileCommands},
     {"FONTS", AddFontCommands},
+    {"MACROS AND DEMONSTRATION FILES", AddMacroCommands},
     {"MACROS AND DEMONSTRATION FILES", AddDemoCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},

@@ -1,0 +1,179 @@
+// The filter of macro sources beside a model that has the whole source before it: each command at
+// every place around the edges of the buffers, sources that arrive in small pieces, and random
+// mixtures.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "macros/file_channel.h"
+#include "macros/job_command_filter.h"
+#include "support/job_filter_model.h"
+#include "support/jobs.h"
+
+namespace {
+
+using hvtest::Bytes;
+
+// A source that gives few bytes at a time, 1 to `most` in turns, or a sink that counts its pieces.
+class MemoryStream final : public hv::platform::Stream {
+ public:
+  explicit MemoryStream(std::string bytes, std::size_t most = std::string::npos)
+      : bytes_(std::move(bytes)), most_(most) {}
+
+  std::size_t Read(void* buffer, std::size_t count) override {
+    turn_ = turn_ % std::min<std::size_t>(most_, 7) + 1;
+    const std::size_t limit = most_ == std::string::npos ? count : std::min(count, turn_);
+    const std::size_t got = std::min(limit, bytes_.size() - at_);
+    std::memcpy(buffer, bytes_.data() + at_, got);
+    at_ += got;
+    return got;
+  }
+  int ReadByte() override { return at_ < bytes_.size() ? bytes_[at_++] & 0xFF : -1; }
+  std::size_t Write(const void* bytes, std::size_t count) override {
+    bytes_.append(static_cast<const char*>(bytes), count);
+    pieces_.push_back(count);
+    return count;
+  }
+  bool Flush() override { return true; }
+  int64_t Position() override { return static_cast<int64_t>(at_); }
+  bool Seek(int64_t position) override {
+    at_ = static_cast<std::size_t>(position);
+    return true;
+  }
+  bool AtEnd() const override { return at_ == bytes_.size(); }
+  bool HasError() const override { return false; }
+  bool Close() override { return true; }
+
+  const std::string& Content() const { return bytes_; }
+  const std::vector<std::size_t>& Pieces() const { return pieces_; }
+
+ private:
+  std::string bytes_;
+  std::size_t most_;
+  std::size_t turn_ = 0;
+  std::size_t at_ = 0;
+  std::vector<std::size_t> pieces_;
+};
+
+constexpr const char* Comment = "%%a comment\n";
+
+std::string Filter(int32_t emulation, const std::string& source, uint32_t mask = 0xFFF,
+                   std::size_t most = std::string::npos) {
+  MemoryStream from(source, most);
+  MemoryStream to("");
+  hv::FileChannel channel(&to, emulation);
+  EXPECT_EQ(hv::FilterJobCommands(&from, channel.Get(), mask, Comment), HV_OK);
+  return to.Content();
+}
+
+std::string Model(int32_t emulation, const std::string& source, uint32_t mask = 0xFFF) {
+  if (emulation == JOB_EMULATION_POSTSCRIPT) return hvtest::FilterPostScriptModel(source, Comment);
+  return emulation == JOB_EMULATION_PCL ? hvtest::FilterPclModel(source, mask) : source;
+}
+
+const std::vector<std::string> Commands = {
+    "\x1B%-12345X",
+    "\x1B%-12345Y",
+    "\x1B%-123",
+    "@PJL SET COPIES = 2\r\n",
+    "@PJX\n",
+    Bytes("\x1B[K\x03\x00\x06\x31\x02"),
+    "\x1B[L12",
+    "\033E",
+    "\x0C",
+    "\x04",
+    "%!PS-Adobe-3.0\n",
+    "%%Page\n",
+    "\x1B&l1o2a5H",
+    "\x1B&l2a1x3C",
+    "\x1B&l1T\x1B&l2T",
+    "\x1B&f0X\x1B&f3X",
+    "\x1B&r1F",
+    "\x1B&b3M",
+    "\x1B&p5X@PJL\n",
+    "\x1B*b3m2v4Wabc\033E\x0C",
+    "\x1B*c0F\x1B*c5F",
+    "\x1B(s4W\x1B\x1B@P",
+    "\x1B(f3Wabc",
+    "\x1B)s2Wab",
+    "\x1B)f2W",
+    "\x1B&n5W12345",
+    "\x1B&n0Wab",
+    "\x1B&s1C",
+    "\x1B%0BPU;\x0C@PJL\n\x1B%1B\x1B%-12345X\x1B%0A\x0C",
+    "\x1B%1234567890123456B\033E",
+    "\x1B\x1B&l123456789012345678O",
+    "\x1B&l-1o+2a 1T",
+};
+
+TEST(JobFilter, FindsEachCommandAtEveryPlaceAroundTheBufferEdges) {
+  for (const int32_t emulation : {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL}) {
+    for (const std::string& command : Commands) {
+      // Every place at which an edge lies in the command, for the first and the second edge.
+      for (const std::size_t edge : {std::size_t{1024}, std::size_t{2048}}) {
+        for (std::size_t before = edge - command.size() - 2; before <= edge + 2; ++before) {
+          const std::string source = std::string(before, 'x') + command + "tail";
+          ASSERT_EQ(Filter(emulation, source), Model(emulation, source))
+              << "language " << emulation << ", " << command << " behind " << before;
+        }
+      }
+    }
+  }
+}
+
+TEST(JobFilter, TakesASourceThatArrivesInSmallPieces) {
+  std::string source;
+  for (const std::string& command : Commands) source += "text " + command + " ";
+  for (const int32_t emulation : {2, 3, 4, 5, 6}) {
+    for (std::size_t most = 1; most <= 7; ++most) {
+      EXPECT_EQ(Filter(emulation, source, 0xFFF, most), Model(emulation, source));
+    }
+  }
+}
+
+TEST(JobFilter, WritesWhatACutOffSequenceHas) {
+  for (const int32_t emulation : {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL}) {
+    for (const std::string& command : Commands) {
+      for (std::size_t length = 0; length <= command.size(); ++length) {
+        const std::string source = "a" + command.substr(0, length);
+        ASSERT_EQ(Filter(emulation, source), Model(emulation, source)) << source;
+      }
+    }
+  }
+}
+
+TEST(JobFilter, AgreesWithTheModelOnMixtures) {
+  std::minstd_rand random(20);
+  const auto pick = [&](std::size_t count) { return random() % count; };
+  for (int round = 0; round < 1500; ++round) {
+    std::string source;
+    for (std::size_t parts = pick(20); parts > 0; --parts) {
+      std::string part = Commands[pick(Commands.size())];
+      // Whole, cut off, or with one byte of another command.
+      if (pick(3) == 0) part.resize(pick(part.size() + 1));
+      if (pick(3) == 0 && !part.empty()) part[pick(part.size())] = "\x1B@%&lE0W_a"[pick(10)];
+      source += part;
+    }
+    const uint32_t mask = static_cast<uint32_t>(pick(0x1000));
+    for (const int32_t emulation : {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL}) {
+      ASSERT_EQ(Filter(emulation, source, mask), Model(emulation, source, mask))
+          << testing::PrintToString(source) << " mask " << mask;
+    }
+  }
+}
+
+TEST(JobFilter, WritesPiecesOf1024Bytes) {
+  MemoryStream from(std::string(2500, 'x') + "\033E" + std::string(572, 'y'));
+  MemoryStream to("");
+  hv::FileChannel channel(&to, JOB_EMULATION_PCL);
+  EXPECT_EQ(hv::FilterJobCommands(&from, channel.Get(), DEFAULT_FILTER_MASK, {}), HV_OK);
+  // The last piece is written also when it is empty.
+  EXPECT_EQ(to.Pieces(), (std::vector<std::size_t>{1024, 1024, 1024, 0}));
+}
+
+}  // namespace
