@@ -52,6 +52,14 @@ static_assert(offsetof(HvMacroInfo, macroId) == 34);
 static_assert(offsetof(HvMacroInfo, filterMask) == 36);
 static_assert(sizeof(HvMacroInfo) == 40);
 
+static_assert(offsetof(HvFoundResource, path) == 0);
+static_assert(offsetof(HvFoundResource, details) == 260);
+static_assert(Documented(offsetof(HvFoundResource, next), 264));
+static_assert(Documented(offsetof(HvFoundResource, kind), 268));
+static_assert(Documented(offsetof(HvFoundResource, nameOffset), 272));
+static_assert(Documented(offsetof(HvFoundResource, size), 273));
+static_assert(Documented(sizeof(HvFoundResource), 277));
+
 static_assert(offsetof(HvOptionEntry, value1) == 0x00);
 static_assert(offsetof(HvOptionEntry, value5) == 0x04);
 static_assert(offsetof(HvOptionEntry, text) == 0x08);

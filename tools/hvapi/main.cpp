@@ -30,6 +30,7 @@ constexpr Family Families[] = {
     {"FILES", AddFileCommands},
     {"FILES", AddUnzipCommands},
     {"FONTS", AddFontCommands},
+    {"SEARCHES", AddFindCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},
     {"CONFIGURATION FILES", AddPanelCommands},
