@@ -82,6 +82,9 @@ int main(int argc, char** argv) {
       {"font_afm", "afm", hvtest::AfmFile("Times-Bold")},
       {"font_afm", "both", hvtest::AfmFile("Symbol") + "%%INF\nMSMenuName (Symbol)\nPi true\n"},
       {"font_pfm", "pfm", pfm},
+      {"font_index", "both",
+       "[Cartridge]\n{ a.pcm Name\n/class = O\n[PCL fonts]\n{O}\nFONT = Name\n/font file = a.sfp\n"
+       "/symset = 8U\n/tfm = a.tfm\n/resource = font 1234\n"},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
       {"pclxl", "page", hvtest::PclXlSampleJob()},
       {"show", "pclxl", uel + "@PJL ENTER LANGUAGE = PCLXL\n" + hvtest::PclXlSampleJob()},

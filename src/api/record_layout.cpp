@@ -58,6 +58,14 @@ static_assert(offsetof(HvDemoInfo, headerByte) == 32);
 static_assert(offsetof(HvDemoInfo, target) == 33);
 static_assert(sizeof(HvDemoInfo) == 37);
 
+static_assert(offsetof(HvFoundResource, path) == 0);
+static_assert(offsetof(HvFoundResource, details) == 260);
+static_assert(Documented(offsetof(HvFoundResource, next), 264));
+static_assert(Documented(offsetof(HvFoundResource, kind), 268));
+static_assert(Documented(offsetof(HvFoundResource, nameOffset), 272));
+static_assert(Documented(offsetof(HvFoundResource, size), 273));
+static_assert(Documented(sizeof(HvFoundResource), 277));
+
 static_assert(offsetof(HvOptionEntry, value1) == 0x00);
 static_assert(offsetof(HvOptionEntry, value5) == 0x04);
 static_assert(offsetof(HvOptionEntry, text) == 0x08);

@@ -66,11 +66,12 @@ uint32_t DescribeAfm(const FontFile& file, HvFontInfo* info) {
   const bool wantsInf = file.companionMode == FONT_COMPANIONS_WINDOWS ||
                         file.companionMode == FONT_COMPANIONS_OPTIONAL;
   const bool optional = file.companionMode == FONT_COMPANIONS_OPTIONAL;
-  if (wantsInf && !CompanionExists(file, "INF")) return optional ? HV_OK : HV_NOT_SUPPORTED;
+  const bool hasInf = CompanionExists(file, "INF");
+  if (wantsInf && !hasInf) return optional ? HV_OK : HV_NOT_SUPPORTED;
 
   const OpenedStream afm = platform::OpenStream(file.path, "rb");
   if (afm == nullptr) return HV_CANNOT_OPEN;
-  const std::string infPath = CompanionPath(file, "INF");
+  const std::string infPath = hasInf ? CompanionPath(file, "INF") : std::string();
   const OpenedStream inf = platform::OpenStream(infPath.c_str(), "rb");
   if (wantsInf && inf == nullptr) return optional ? HV_OK : HV_CANNOT_OPEN;
   const uint32_t read = ReadFontName(afm.get(), inf.get(), info);

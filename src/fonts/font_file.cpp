@@ -27,7 +27,8 @@ std::string CompanionPath(const FontFile& file, std::string_view extension) {
 
 bool CompanionExists(const FontFile& file, std::string_view extension) {
   const std::string path = CompanionPath(file, extension);
-  return !path.empty() && FileExists(path.c_str());
+  if (path.empty()) return false;
+  return file.folder != nullptr ? file.folder->HasFileOf(path) : FileExists(path.c_str());
 }
 
 void NameCompanion(const FontFile& file, std::string_view extension, CompanionField& field) {

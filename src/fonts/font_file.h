@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "api/hvapi.h"
+#include "fonts/directory_walk.h"
 #include "platform/stream.h"
 
 namespace hv {
@@ -19,7 +20,8 @@ namespace hv {
 struct FontFile {
   const char* path;
   std::string_view baseName;
-  uint32_t companionMode;  // FONT_COMPANIONS_...
+  uint32_t companionMode;                 // FONT_COMPANIONS_...
+  const FolderListing* folder = nullptr;  // of the file's directory, where it has been listed
 };
 
 // Cartridges and fonts are named in fields of this size.

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/processor_crc32.h"
 #include "support/byte_order.h"
 
 namespace hv {
@@ -43,6 +44,7 @@ uint32_t SliceWord(uint32_t word, std::size_t behind) {
 
 uint32_t UpdateCrc32(uint32_t crc, std::span<const uint8_t> bytes) {
   crc = ~crc;
+  bytes = bytes.subspan(platform::FoldIntoCrc32(bytes, &crc));
   while (bytes.size() >= SliceCount) {
     const uint8_t* p = bytes.data();
     crc = SliceWord(crc ^ LoadLe32(p), 12) ^ SliceWord(LoadLe32(p + 4), 8) ^

@@ -13,6 +13,7 @@ void AddQueueCommands(CLI::App* program);
 void AddFontCommands(CLI::App* program);
 void AddMacroCommands(CLI::App* program);
 void AddDemoCommands(CLI::App* program);
+void AddFindCommands(CLI::App* program);
 void AddIniCommands(CLI::App* program);
 void AddRecordCommands(CLI::App* program);
 void AddPanelCommands(CLI::App* program);

@@ -8,6 +8,7 @@
 
 #include "contact_sheet.h"
 #include "families.h"
+#include "font_kinds.h"
 #include "job_options.h"
 #include "png_file.h"
 #include "program.h"
@@ -15,38 +16,6 @@
 
 namespace hvtool {
 namespace {
-
-struct KindText {
-  uint32_t fontClass;
-  int32_t fontType;
-  const char* text;
-};
-
-constexpr KindText KindTexts[] = {
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_TYPE1, "Type 1 font"},
-    {FONT_CLASS_AFM, FONT_TYPE_TYPE1, "AFM metrics"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_DLF, "DLF font"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_PCL_RESOLUTION, "PCL bitmap font with resolution"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_PCL_BITMAP, "PCL bitmap font"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_PCL_EXTENDED, "PCL bitmap font, extended"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_PCL_BOUND, "PCL scalable font, bound"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_PCL_UNBOUND, "PCL scalable font, unbound"},
-    {FONT_CLASS_DOWNLOADABLE, FONT_TYPE_PCL_TRUETYPE, "PCL TrueType font"},
-    {FONT_CLASS_TRUETYPE, FONT_TYPE_TRUETYPE, "TrueType font"},
-    {FONT_CLASS_METRICS, FONT_TYPE_TRUETYPE, "TrueType font reference"},
-    {FONT_CLASS_METRICS, FONT_TYPE_TFM, "TFM metrics"},
-    {FONT_CLASS_METRICS, FONT_TYPE_FMF, "FMF metrics"},
-    {FONT_CLASS_METRICS, FONT_TYPE_PFM, "PFM metrics"},
-    {FONT_CLASS_METRICS, FONT_TYPE_PCM, "PCM cartridge"},
-};
-
-std::string KindOf(const HvFontInfo& info) {
-  const auto* row =
-      std::find_if(std::begin(KindTexts), std::end(KindTexts), [&](const KindText& kind) {
-        return kind.fontClass == info.fontClass && kind.fontType == info.fontType;
-      });
-  return row == std::end(KindTexts) ? "" : row->text;
-}
 
 // A description and what it holds; the cartridge is given back.
 struct FontDescription {
@@ -75,7 +44,7 @@ FontDescription DescribeFont(const std::string& path, int companions) {
 // What is known of a font, one member a line of the description; what does not apply is left out.
 Json Members(const std::string& path, const FontDescription& font) {
   const HvFontInfo& info = font.info;
-  Json members = {{"file", path}, {"kind", KindOf(info)}, {"name", info.name}};
+  Json members = {{"file", path}, {"kind", FontKindText(info)}, {"name", info.name}};
   const auto addText = [&](const char* name, const char* text) {
     if (*text != '\0') members[name] = text;
   };

@@ -34,6 +34,7 @@ constexpr Family Families[] = {
     {"FONTS", AddFontCommands},
     {"MACROS AND DEMONSTRATION FILES", AddMacroCommands},
     {"MACROS AND DEMONSTRATION FILES", AddDemoCommands},
+    {"SEARCHES", AddFindCommands},
     {"CONFIGURATION FILES", AddIniCommands},
     {"CONFIGURATION FILES", AddRecordCommands},
     {"CONFIGURATION FILES", AddPanelCommands},

@@ -32,10 +32,10 @@ std::string OneLine(const std::string& text) {
 
 }  // namespace
 
-ProgressBar::ProgressBar() : isShown_(ErrorsGoToTerminal()) {}
+ProgressBar::ProgressBar() : isSeen_(ErrorsGoToTerminal()) {}
 
 void ProgressBar::Show(uint64_t done, uint64_t total, const std::string& text) {
-  if (!isShown_) return;
+  if (!isSeen_) return;
   const double share =
       total == 0 ? 0.0 : static_cast<double>(std::min(done, total)) / static_cast<double>(total);
   const int percent = static_cast<int>(share * 100);

@@ -23,13 +23,16 @@ class ProgressBar {
   ProgressBar& operator=(const ProgressBar&) = delete;
   ~ProgressBar() { Clear(); }
 
+  // Whether there is a terminal to draw on.
+  bool IsSeen() const { return isSeen_; }
+
   // Draws the bar again when the percentage or, some time ago, the text has changed. A total of 0
   // is a share of 0.
   void Show(uint64_t done, uint64_t total, const std::string& text);
   void Clear();
 
  private:
-  bool isShown_;  // whether anybody sees it
+  bool isSeen_;
   std::size_t width_ = 0;
   int percent_ = -1;
   std::chrono::steady_clock::time_point drawn_;

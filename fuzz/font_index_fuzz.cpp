@@ -1,0 +1,28 @@
+// Any bytes as the text of a font index, parsed and then searched by.
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+
+#include "fonts/font_index.h"
+#include "hvapi.h"
+#include "support/font_file.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  for (const hv::FontIndexEntry& entry : hv::ParseFontIndex(text)) {
+    const std::size_t longest = std::max(entry.fontPath.size(), entry.metricsPath.size());
+    if (entry.fontPath.empty() || longest > 99 || entry.symbolSet.size() > 3) std::abort();
+  }
+  const std::string folder = hvfuzz::WorkFolder() + "/index";
+  std::filesystem::create_directory(folder);
+  hvfuzz::WriteInput("index/GLUE.TXT", data, size);
+  uint16_t count = 0;
+  HvFoundResource* const list = HvFonFind(folder.c_str(), &count, FONT_KIND_ANY, 6, 5, 1);
+  uint16_t entries = 0;
+  for (const HvFoundResource* entry = list; entry != nullptr; entry = entry->next) ++entries;
+  if (entries != count) std::abort();
+  HvFonFindFree(list);
+  return 0;
+}
