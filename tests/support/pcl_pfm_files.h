@@ -5,12 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "support/metrics_files.h"
+
 namespace hvtest {
 
 // What such a file says of a font, in the order of the file. The defaults are those of a font of
 // which nothing is known but that it is there.
 struct PclDriverPfm {
   std::string device = "PCL / HP LaserJet";
+  unsigned type = 0x80;
   int points = 0;
   int ascent = 0;
   int internalLeading = 0;
@@ -27,7 +30,9 @@ struct PclDriverPfm {
   unsigned last = 0;
   std::vector<int> widths;  // the width table, with the one behind the last; may be empty
   std::string face;
-  std::vector<int> metrics;  // words 1 to 23 of the extended text metrics
+  std::vector<int> metrics;      // words 1 to 23 of the extended text metrics
+  bool leadsToTables = false;    // whether the extension names the tables
+  std::vector<Kerning> kerning;  // written when it does
   uint32_t memory = 63;
   unsigned translation = 1;
   unsigned symbolSet = 277;
