@@ -8,8 +8,10 @@
 #include "api/file_operations.h"
 #include "fontconv/afm_reader.h"
 #include "fontconv/afm_writer.h"
+#include "fontconv/dlf_converter.h"
 #include "fontconv/pcl_pfm_writer.h"
 #include "fontconv/pfm_writer.h"
+#include "fontconv/tagged_pfm_writer.h"
 #include "fonts/font_paths.h"
 #include "platform/stream.h"
 #include "support/ascii.h"
@@ -73,12 +75,45 @@ uint32_t ConvertAfmToBoth(const char* source, std::string_view destination) {
   return HV_OK;
 }
 
+// Of the output of a conversion that takes its name from the source; empty for an unknown type.
+std::string_view DefaultExtension(int32_t type) {
+  switch (type) {
+    case FONT_CONVERT_PFM_TO_AFM:
+      return "AFM";
+    case FONT_CONVERT_DLF_TO_PBM:
+      return "PBM";
+    case FONT_CONVERT_PCL_TO_PFM:
+    case FONT_CONVERT_PCL_TO_PFM_DESCRIBED:
+    case FONT_CONVERT_TFM_TO_PFM:
+    case FONT_CONVERT_TFM_TO_PFM_BY_HEADER:
+      return "PFM";
+    default:
+      return {};
+  }
+}
+
+// The conversions that write the one file they are given.
+uint32_t ConvertTo(const std::string& output, const char* source, const HvFontInfo* fontInfo,
+                   uint32_t pathSelector, int32_t type) {
+  if (IsTooLong(output)) return HV_BAD_ARGUMENT;
+  switch (type) {
+    case FONT_CONVERT_PFM_TO_AFM:
+      return WriteAfmFromPfm(source, output);
+    case FONT_CONVERT_DLF_TO_PBM:
+      return ConvertDlf(source, output);
+    case FONT_CONVERT_PCL_TO_PFM:
+    case FONT_CONVERT_PCL_TO_PFM_DESCRIBED:
+      return ConvertPclFont(source, output, type == FONT_CONVERT_PCL_TO_PFM_DESCRIBED);
+    default:
+      return ConvertTaggedMetrics(source, output, fontInfo, pathSelector,
+                                  type == FONT_CONVERT_TFM_TO_PFM_BY_HEADER);
+  }
+}
+
 }  // namespace
 
 uint32_t ConvertFont(const char* source, const char* destination, const HvFontInfo* fontInfo,
                      uint32_t pathSelector, int32_t type) {
-  (void)fontInfo;
-  (void)pathSelector;
   const std::string_view target = destination == nullptr ? "" : destination;
   if (!FileExists(source)) return HV_NOT_FOUND;
   switch (type) {
@@ -86,15 +121,12 @@ uint32_t ConvertFont(const char* source, const char* destination, const HvFontIn
       return ConvertAfm(source, PfmName(source, target));
     case FONT_CONVERT_AFM_TO_PFM_PSM:
       return ConvertAfmToBoth(source, target);
-    case FONT_CONVERT_PFM_TO_AFM:
-      return WriteAfmFromPfm(source, OutputName(source, target, "AFM"));
-    case FONT_CONVERT_PCL_TO_PFM:
-    case FONT_CONVERT_PCL_TO_PFM_DESCRIBED:
-      return ConvertPclFont(source, OutputName(source, target, "PFM"),
-                            type == FONT_CONVERT_PCL_TO_PFM_DESCRIBED);
     default:
-      return HV_BAD_ARGUMENT;
+      break;
   }
+  const std::string_view extension = DefaultExtension(type);
+  if (extension.empty()) return HV_BAD_ARGUMENT;
+  return ConvertTo(OutputName(source, target, extension), source, fontInfo, pathSelector, type);
 }
 
 }  // namespace hv

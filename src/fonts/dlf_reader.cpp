@@ -16,6 +16,9 @@ namespace {
 // ESC, "=", a length with its low byte first, "1" and the format.
 constexpr std::size_t HeaderSize = 6;
 constexpr std::size_t LongestName = 24;
+// Characters of the name that a style suffix leaves room for.
+constexpr std::size_t NameWithStyle = 22;
+constexpr std::size_t ReferencedNameWithStyle = 20;
 // The length counts this many bytes besides the name.
 constexpr std::size_t LengthBesidesName = 36;
 
@@ -59,15 +62,14 @@ struct BlockFormat {
   const PackedField& codePage;
   const PackedField& pitchValue;
   const PackedField& pointSize;  // in hundredths
-  const PackedField* letter;     // NULL: the line says "Referenced" instead
-  std::size_t nameWithStyle;     // characters of the name that a style suffix leaves room for
+  const PackedField* letter;     // NULL: a referenced font
 };
 
 constexpr BlockFormat BlockFormats[] = {
     {10, 1, Format10Block, Format10Block[1], Format10Block[2], Format10Block[4], Format10Block[4],
-     nullptr, 20},
+     nullptr},
     {1, 0, Format1Block, Format1Block[1], Format1Block[2], Format1Block[6], Format1Block[4],
-     &Format1Block[7], 22},
+     &Format1Block[7]},
 };
 
 using Block = std::vector<uint8_t>;
@@ -89,46 +91,58 @@ char LetterOf(int64_t byte) {
   return nibble == 0 ? ' ' : static_cast<char>('@' + nibble);
 }
 
-std::string DescribeBlock(const Block& block, const BlockFormat& format, std::size_t headerLength) {
+DlfMetrics ReadBlock(const Block& block, const BlockFormat& format, std::size_t headerLength) {
   const int64_t flags = ReadField(block, format.flags);
-  const auto codePage = static_cast<unsigned>(ReadField(block, format.codePage));
-  std::string name = BlockName(block, format, headerLength);
-  std::string size;
-  if ((flags & FixedPitchFlag) != 0) {
-    const auto pitch = static_cast<uint64_t>(ReadField(block, format.pitchValue));
-    if (pitch != 0) size = FormatTenths(RoundTenths(PitchDividend, pitch), 3);
-    size.insert(0, size.size() < 6 ? 6 - size.size() : 0, ' ');
-    size += " pitch";
-  } else {
-    name = name.substr(0, format.nameWithStyle);
-    name += (flags & PsStyleFlag) != 0 ? " PS  " : " Typo";
-    const auto points = static_cast<uint64_t>(ReadField(block, format.pointSize));
-    size = FormatTenths(RoundTenths(points, HundredthsOfPoint), 3) + " point";
-  }
-  char line[128];
-  std::snprintf(line, sizeof line, "%-26s %s%s  cp:%4u", name.c_str(), size.c_str(),
-                format.letter == nullptr ? "  Referenced" : "", codePage);
-  if (format.letter == nullptr) return line;
-  return std::string(line) + LetterOf(ReadField(block, *format.letter));
+  DlfMetrics font;
+  font.name = BlockName(block, format, headerLength);
+  font.isReferenced = format.letter == nullptr;
+  font.fixedPitch = (flags & FixedPitchFlag) != 0;
+  font.psStyle = (flags & PsStyleFlag) != 0;
+  font.codePage = static_cast<uint32_t>(ReadField(block, format.codePage));
+  if (format.letter != nullptr) font.codePageLetter = LetterOf(ReadField(block, *format.letter));
+  font.pointSize = static_cast<uint32_t>(ReadField(block, format.pointSize));
+  font.pitchWidth = static_cast<uint32_t>(ReadField(block, format.pitchValue));
+  return font;
 }
 
 }  // namespace
 
-std::string DlfDescribe(platform::Stream* file, std::size_t limit) {
+std::optional<DlfMetrics> ReadDlf(platform::Stream* file) {
   const std::vector<uint8_t> header = ReadBytes(file, HeaderSize);
   if (header.size() < HeaderSize || header[0] != 0x1B || header[1] != '=' || header[4] != '1') {
-    return {};
+    return std::nullopt;
   }
   for (const BlockFormat& format : BlockFormats) {
     if (header[5] != format.format) continue;
     const std::size_t size = RecordSize(format.table);
     Block block = ReadBytes(file, size);
     // Only the name may be cut short.
-    if (block.size() < format.table.back().offset || block[0] != format.kind) return {};
+    if (block.size() < format.table.back().offset || block[0] != format.kind) return std::nullopt;
     block.resize(size, ' ');
-    return DescribeBlock(block, format, LoadLe16(&header[2])).substr(0, limit);
+    return ReadBlock(block, format, LoadLe16(&header[2]));
   }
-  return {};
+  return std::nullopt;
+}
+
+std::string DlfDescribe(platform::Stream* file, std::size_t limit) {
+  const std::optional<DlfMetrics> font = ReadDlf(file);
+  if (!font) return {};
+  std::string name = font->name;
+  std::string size;
+  if (font->fixedPitch) {
+    if (font->pitchWidth != 0) size = FormatTenths(RoundTenths(PitchDividend, font->pitchWidth), 3);
+    size.insert(0, size.size() < 6 ? 6 - size.size() : 0, ' ');
+    size += " pitch";
+  } else {
+    name = name.substr(0, font->isReferenced ? ReferencedNameWithStyle : NameWithStyle);
+    name += font->psStyle ? " PS  " : " Typo";
+    size = FormatTenths(RoundTenths(font->pointSize, HundredthsOfPoint), 3) + " point";
+  }
+  char line[128];
+  std::snprintf(line, sizeof line, "%-26s %s%s  cp:%4u", name.c_str(), size.c_str(),
+                font->isReferenced ? "  Referenced" : "", font->codePage);
+  const std::string letter = font->isReferenced ? "" : std::string(1, font->codePageLetter);
+  return (line + letter).substr(0, limit);
 }
 
 uint32_t DescribeDlf(const FontFile& file, HvFontInfo* info) {

@@ -1,0 +1,458 @@
+// PCL soft fonts as PFM of the Windows PCL driver, byte by byte.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "hvapi.h"
+#include "support/font_files.h"
+#include "support/pcl_pfm_files.h"
+#include "support/test_folder.h"
+
+namespace {
+
+using hvtest::Be16;
+using hvtest::PclDriverPfm;
+using hvtest::ReadFile;
+using hvtest::TestFolder;
+
+constexpr int32_t Plain = 5;
+constexpr int32_t Described = 17;
+
+// A descriptor, its bytes put in place one by one; the others are 0.
+class Head {
+ public:
+  explicit Head(std::size_t size = 64) : bytes_(size, '\0') {
+    Word(0, static_cast<unsigned>(size));
+    Byte(3, 1);
+  }
+  Head& Byte(std::size_t at, int value) {
+    bytes_[at] = static_cast<char>(value);
+    return *this;
+  }
+  Head& Word(std::size_t at, unsigned value) {
+    bytes_.replace(at, 2, Be16(value));
+    return *this;
+  }
+  Head& Name(const std::string& name) {
+    bytes_.replace(48, 16, hvtest::Field(name, 16, ' '));
+    return *this;
+  }
+  std::string Command() const { return "\x1B)s" + std::to_string(bytes_.size()) + "W" + bytes_; }
+
+ private:
+  std::string bytes_;
+};
+
+// The 12-point fixed-pitch font in Roman-8: 12 characters an inch, Courier.
+Head FixedHead() {
+  return Head().Word(6, 40).Word(10, 60).Word(14, 277).Word(16, 100).Word(18, 200).Byte(25, 3).Name(
+      "Sample");
+}
+
+std::string Download(unsigned code, const std::string& data) {
+  return "\x1B*c" + std::to_string(code) + "E\x1B(s" + std::to_string(data.size()) + "W" + data;
+}
+
+// A character of a bitmap font, its dots left out.
+std::string Character(unsigned code, int deltaX, int left = 0, int top = 0, int width = 0,
+                      int height = 0, char orientation = 0) {
+  std::string data = {4, 0, 14, 1, orientation, 0};
+  for (const int value : {left, top, width, height, deltaX}) {
+    data += Be16(static_cast<unsigned>(value) & 0xFFFF);
+  }
+  return Download(code, data);
+}
+
+// One of a font of format 5 or 9: only three bytes tell its width.
+std::string ExtendedCharacter(unsigned code, int body, int before, int behind) {
+  std::string data(12, '\x7E');
+  data[4] = static_cast<char>(body);
+  data[6] = static_cast<char>(before);
+  data[7] = static_cast<char>(behind);
+  return Download(code, data);
+}
+
+// The PFM of a font, or "code N". The font is described first, as its layout follows from that.
+std::string PfmOf(const std::string& font, int32_t type = Plain) {
+  const TestFolder folder;
+  const std::string source = folder.Add("font.sfp", font);
+  HvFontInfo info;
+  HvFonQueryInfo(source.c_str(), &info, 0, 0);
+  const int32_t code = HvFonConvert(source.c_str(), nullptr, nullptr, 0, type);
+  if (code != HV_OK) {
+    EXPECT_EQ(folder.Names().size(), 1U);
+    return "code " + std::to_string(code);
+  }
+  const std::string pfm = folder / "font.PFM";
+  EXPECT_EQ(HvFonQueryInfo(pfm.c_str(), &info, 0, 1), HV_OK);
+  return ReadFile(pfm);
+}
+
+std::string FixedFont() {
+  return FixedHead().Command() + Character('-', 100, 2, 20, 18, 4) +
+         Character('_', 102, 0, -5, 25, 3) + Character('d', 100, 1, 33, 20, 34) +
+         Character('p', 100, 1, 22, 20, 32) + Character('x', 103, 1, 21, 20, 21);
+}
+
+PclDriverPfm FixedPfm() {
+  PclDriverPfm pfm;
+  pfm.points = 12;
+  pfm.ascent = 40;
+  pfm.internalLeading = 10;
+  pfm.externalLeading = 10;
+  pfm.pixelWidth = 25;
+  pfm.pixelHeight = 60;
+  pfm.pitchAndFamily = 48;
+  pfm.averageWidth = pfm.maximumWidth = 25;
+  pfm.last = 247;  // the division sign is made with the hyphen
+  pfm.face = "Courier (8U)";
+  pfm.metrics = {288, 1,  60, 60, 60, 60, 30, 21, 33, 10, 0, 9,
+                 -10, 60, 60, -5, 3,  1,  -5, 3,  3,  16, 4};
+  pfm.memory = (125 + 7) / 8 * 60 + 63;
+  pfm.selection = "\x1B(8U\x1B(s0p12.00v12.00h0s0b3T";
+  return pfm;
+}
+
+TEST(PclPfm, HasEveryFieldOfAFixedPitchFont) {
+  PclDriverPfm pfm = FixedPfm();
+  EXPECT_EQ(PfmOf(FixedFont()), pfm.Bytes());
+  pfm.described = true;
+  pfm.description = "Sample            [12.0 Pt.] (Roman-8)";
+  EXPECT_EQ(PfmOf(FixedFont(), Described), pfm.Bytes());
+}
+
+TEST(PclPfm, HasEveryFieldOfAProportionalFont) {
+  // Landscape, italic, bold, Helv in the set 1U; 10.95 points.
+  Head head;
+  head.Byte(4, 2).Word(6, 30).Word(10, 44).Byte(12, 1).Byte(13, 1).Word(14, 53).Word(16, 90);
+  head.Word(18, 182).Byte(41, 128).Byte(23, 5).Byte(24, 3).Byte(25, 4).Name("Name");
+  // Widths 12, 13 and 20; the metrics are those of characters on their side.
+  const std::string font = head.Command() + Character('-', 51, 9, 0, 3, 0, 1) +
+                           Character('_', 48, -2, 0, 5, 0, 2) + Character('p', 82, 6, 0, 8, 0, 1) +
+                           Character('d', 48, 25, 0, 0, 0, 1) + Character('x', 48, 15, 0, 0, 0, 1);
+  PclDriverPfm pfm;
+  pfm.points = 10;
+  pfm.ascent = 30;
+  pfm.internalLeading = 44 - 46;
+  pfm.externalLeading = 45 - 30;
+  pfm.italic = true;
+  pfm.weight = 700;
+  pfm.charSet = 185;
+  pfm.pixelHeight = 44;
+  pfm.pitchAndFamily = 33;
+  pfm.averageWidth = 68 / 5;
+  pfm.maximumWidth = 20;
+  pfm.last = 'x';
+  pfm.widths.assign('x' - 32 + 2, 0);
+  pfm.widths[0] = 22;  // no space: as wide as the pitch
+  for (const char c : {'-', '_', 'd', 'x'}) pfm.widths[static_cast<std::size_t>(c - 32)] = 12;
+  pfm.widths['p' - 32] = 20;
+  pfm.face = "Helv (US Legal) (1U)";
+  pfm.metrics = {211, 2,  44, 44, 44, 44, 32, 15, 25, 2, 0, 17,
+                 -2,  44, 44, -2, 5,  8,  -2, 5,  5,  6, 3};
+  pfm.memory = (68 + 7) / 8 * 44 + 63;
+  pfm.translation = 16;
+  pfm.symbolSet = 53;
+  pfm.selection = "\x1B(1U\x1B(s1p11.00v517s3b4T";
+  EXPECT_EQ(PfmOf(font), pfm.Bytes());
+  pfm.described = true;
+  pfm.description = "Name         BdIt [10.9 Pt.] (Legal)";
+  EXPECT_EQ(PfmOf(font, Described), pfm.Bytes());
+}
+
+TEST(PclPfm, HasEveryFieldOfAFontOfFormat9) {
+  for (const int format : {5, 9}) {
+    Head head(72);
+    head.Byte(2, format).Byte(12, 1).Byte(13, 1).Word(14, 277).Word(16, 80).Word(18, 200);
+    head.Word(20, 99).Byte(23, 1).Byte(24, -3).Byte(25, 5).Byte(30, -6).Byte(31, 2).Word(32, 222);
+    head.Byte(70, -9).Name("Name");
+    // 65 is 15 wide; 216 is its place in Roman-8 for code 196; 180 nothing but an accent.
+    const std::string font = head.Command() + ExtendedCharacter('A', 20, 5, 6) +
+                             ExtendedCharacter(216, 254, 1, 2) + ExtendedCharacter('B', 255, 9, 9);
+    PclDriverPfm pfm;
+    pfm.points = 12;
+    pfm.ascent = 41;  // of 55: .25 does not count
+    pfm.internalLeading = 10;
+    pfm.externalLeading = 5;
+    pfm.italic = true;
+    pfm.weight = 300;
+    pfm.pixelHeight = 55;
+    pfm.pitchAndFamily = 17;
+    pfm.averageWidth = (15 + 128) / 3;
+    pfm.maximumWidth = 128;
+    pfm.last = 196;
+    pfm.widths.assign(196 - 32 + 2, 0);
+    pfm.widths[0] = 20;
+    pfm.widths['A' - 32] = 15;
+    pfm.widths[196 - 32] = 128;
+    pfm.face = "Tms Rmn (8U)";
+    pfm.metrics = {264, 2,  55, 55, 55, 55, 31, 24, 32, 9,  0, 7,
+                   -8,  55, 55, -6, 2,  -2, -6, 2,  2,  12, 2};
+    pfm.memory = (143 + 7) / 8 * 55 + 63;
+    EXPECT_EQ(PfmOf(font), pfm.Bytes()) << format;
+    pfm.described = true;
+    pfm.description = "Name         LtIt [12.0 Pt.] (Roman-8)";
+    EXPECT_EQ(PfmOf(font, Described), pfm.Bytes()) << format;
+  }
+}
+
+// The selection escape at the end of a file.
+std::string EscapeOf(const Head& head) {
+  const std::string pfm = PfmOf(head.Command() + Character('A', 100));
+  return pfm.substr(pfm.rfind("\x1B("));
+}
+
+TEST(PclPfm, TellsTheSizeInTheSelection) {
+  const struct {
+    unsigned height;
+    int heightExtended;
+    unsigned pitch;
+    int pitchExtended;
+    const char* size;
+  } cases[] = {
+      {200, 0, 100, 0, "12.00v12.00h"},   {175, 0, 120, 0, "10.50v10.00h"},
+      {175, 200, 120, 17, "10.60v9.99h"}, {182, 128, 72, 128, "11.00v16.55h"},
+      {0, 0, 0, 0, "0.00v0.00h"},         {65535, 255, 0, 1, "3932.20v307200.00h"},
+  };
+  for (const auto& c : cases) {
+    Head head = FixedHead();
+    head.Word(18, c.height).Byte(41, c.heightExtended).Word(16, c.pitch).Byte(40, c.pitchExtended);
+    EXPECT_EQ(EscapeOf(head), std::string("\x1B(s0p") + c.size + "0s0b3T" + '\0');
+  }
+  Head head = FixedHead();
+  head.Byte(13, 1).Byte(4, 0xFF).Byte(23, 0xFE).Byte(24, -7).Byte(26, 0x10).Word(14, 65535);
+  EXPECT_EQ(EscapeOf(head), std::string("\x1B(s1p12.00v65534s-7b4099T") + '\0');
+}
+
+std::string FaceOf(const Head& head) {
+  const std::string pfm = PfmOf(head.Command() + Character('A', 100));
+  return pfm.c_str() + 117 + 30;
+}
+
+TEST(PclPfm, NamesTheFace) {
+  const struct {
+    unsigned typeface;
+    unsigned symbolSet;
+    const char* name;
+    const char* face;
+  } cases[] = {
+      {3, 277, "Name", "Courier (8U)"},
+      {3, 2, "Name", "Courier (LineDraw) (0B)"},
+      {28, 2, "Name", "Name             (0B)"},  // not assigned: the descriptor's name, no suffix
+      {140, 629, "Name", "Name             (W1)"},
+      {4099, 277, "Sixteen characte", "Sixteen characte (8U)"},
+      {139, 293, "", "Bitstream Amerigo (WE)"},
+      {3, 180, "", "Courier (WT)"},
+      {3, 295, "", "Courier (WG)"},
+      {3, 306, "", "Courier (WR)"},
+      {3, 620, "", "Courier (WL)"},
+      {3, 310, "", "Courier (WA)"},
+      {3, 296, "", "Courier (WH)"},
+      {3, 529, "", "Courier (16Q)"},
+  };
+  for (const auto& c : cases) {
+    Head head = FixedHead();
+    head.Byte(25, static_cast<int>(c.typeface)).Byte(26, static_cast<int>(c.typeface >> 8));
+    EXPECT_EQ(FaceOf(head.Word(14, c.symbolSet).Name(c.name)), c.face);
+  }
+}
+
+// The number at an offset of a PFM.
+unsigned At(const std::string& pfm, std::size_t at, std::size_t width) {
+  unsigned value = 0;
+  for (std::size_t i = width; i-- > 0;) value = value << 8 | static_cast<uint8_t>(pfm.at(at + i));
+  return value;
+}
+
+TEST(PclPfm, TellsWeightSymbolSetAndFamily) {
+  const unsigned weights[] = {100, 100, 200, 200, 300, 300, 400, 400,
+                              500, 600, 700, 700, 800, 800, 900};
+  for (int stroke = -9; stroke <= 9; ++stroke) {
+    Head head = FixedHead();
+    const std::string pfm = PfmOf(head.Byte(24, stroke).Command() + Character('A', 100));
+    EXPECT_EQ(At(pfm, 83, 2), stroke < -7 || stroke > 7 ? 0 : weights[stroke + 7]) << stroke;
+  }
+  const struct {
+    unsigned symbolSet;
+    int fontType;
+    unsigned characterSet;
+    unsigned translation;
+  } sets[] = {{2, 1, 182, 16},   {14, 1, 0, 18},    {21, 0, 0, 4},   {53, 1, 185, 16},
+              {145, 1, 183, 16}, {269, 0, 180, 17}, {277, 1, 0, 1},  {369, 1, 0, 18},
+              {501, 0, 181, 17}, {529, 1, 186, 19}, {629, 1, 0, 17}, {629, 0, 0, 16}};
+  for (const auto& c : sets) {
+    Head head = FixedHead();
+    head.Word(14, c.symbolSet).Byte(3, c.fontType);
+    const std::string pfm = PfmOf(head.Command() + Character('A', 100));
+    EXPECT_EQ(At(pfm, 85, 1), c.characterSet) << c.symbolSet;
+    EXPECT_EQ(At(pfm, At(pfm, 117 + 22, 4) + 12, 2), c.translation) << c.symbolSet;
+  }
+  const std::pair<int, unsigned> families[] = {{3, 48}, {4, 32},  {5, 16},
+                                               {7, 64}, {19, 80}, {28, 0}};
+  for (const auto& [typeface, family] : families) {
+    Head head = FixedHead();
+    const std::string pfm = PfmOf(head.Byte(25, typeface).Command() + Character('A', 100));
+    EXPECT_EQ(At(pfm, 90, 1), family) << typeface;
+  }
+}
+
+// What the width table says of a Windows code when the font has just this character, 77 dots wide,
+// and another one that makes the widths differ. 0 also for a code outside the table.
+unsigned WidthThrough(unsigned symbolSet, unsigned pclCode, unsigned windowsCode,
+                      const std::string& before = "") {
+  Head head = FixedHead();
+  head.Word(14, symbolSet);
+  const std::string pfm =
+      PfmOf(head.Command() + Character('!', 4) + before + Character(pclCode, 77 * 4));
+  const unsigned first = At(pfm, 95, 1);
+  const unsigned last = At(pfm, 96, 1);
+  return windowsCode > last ? 0 : At(pfm, 117 + 2 * (windowsCode - first), 2);
+}
+
+TEST(PclPfm, TranslatesTheUpperHalf) {
+  const struct {
+    unsigned symbolSet;
+    unsigned pclCode;
+    unsigned windowsCode;
+    bool translated;
+  } cases[] = {
+      {277, 216, 196, true},  {277, 197, 233, true},  {277, 160, 160, true}, {277, 67, 169, true},
+      {277, 89, 221, true},   {277, 168, 221, true},  {277, 58, 247, true},  {277, 121, 253, true},
+      {277, 196, 196, false}, {21, 65, 196, true},    {21, 39, 233, true},   {21, 101, 233, true},
+      {21, 34, 252, true},    {21, 117, 252, true},   {21, 34, 255, false},  {21, 121, 255, true},
+      {14, 96, 145, true},    {14, 39, 146, true},    {14, 200, 200, true},  {14, 255, 255, true},
+      {14, 130, 130, false},  {369, 200, 200, true},  {629, 130, 130, true}, {629, 255, 255, true},
+      {53, 200, 200, false},  {53, 127, 200, true},   {529, 105, 129, true}, {529, 21, 130, true},
+      {529, 97, 130, true},   {529, 160, 228, true},  {529, 187, 255, true}, {529, 96, 213, true},
+      {529, 39, 214, true},   {529, 200, 200, false}, {277, 127, 128, true},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(WidthThrough(c.symbolSet, c.pclCode, c.windowsCode), c.translated ? 77U : 0U)
+        << c.symbolSet << " " << c.pclCode << " " << c.windowsCode;
+  }
+  // An accent does not change the width that its letter has given; a letter changes that of both.
+  EXPECT_EQ(WidthThrough(21, 39, 233, Character('e', 40)), 10U);
+  EXPECT_EQ(WidthThrough(21, 'e', 233, Character(39, 40)), 77U);
+  EXPECT_EQ(WidthThrough(21, 'e', 233, Character('e', 40)), 77U);
+  // Code 0 stands for no accent at all.
+  EXPECT_EQ(WidthThrough(21, 300, 196), 0U);
+}
+
+TEST(PclPfm, ReadsTheStreamAsAPrinterDoes) {
+  const std::string head = FixedHead().Command();
+  const std::string a = Character('A', 100);
+  const std::string plain = PfmOf(head + a);
+  const struct {
+    const char* what;
+    std::string font;
+  } same[] = {
+      {"a code before the descriptor", "\x1B*c65E" + head + a},
+      {"other bytes behind it", head + "text\x1B*c5D\x1B" + a + "\x1B&l0O"},
+      {"an escape that begins nothing", head + "\x1B\x1B*c\x1B(s\x1B)" + a},
+      {"commands without a number", head + "\x1B(sW\x1B*cE\x1B)s0W" + a},
+      {"a cut command at the end", head + a + "\x1B(s200W" + std::string(100, 'x')},
+      {"a continued bitmap",
+       head + a + "\x1B(s30W" + std::string("\x04\x01", 2) + std::string(28, 'x')},
+      {"long data", head + "\x1B*c65E\x1B(s5000W" + a.substr(a.find('W') + 1) +
+                        std::string(5000 - (a.size() - a.find('W') - 1), '\x1B')},
+      {"a second descriptor", head + Character('z', 4) + head + a},
+  };
+  for (const auto& c : same) {
+    // Some of them are no fonts for HvFonQueryInfo.
+    EXPECT_EQ(PfmOf(c.font), plain) << c.what;
+  }
+  const struct {
+    const char* what;
+    std::string font;
+  } refused[] = {
+      {"nothing", ""},
+      {"text before the descriptor", "text" + head + a},
+      {"another command before it", "\x1B*c5D" + head + a},
+      {"a character before it", a + head},
+      {"a cut descriptor", head.substr(0, head.size() - 1)},
+      {"a short descriptor", "\x1B)s63W" + head.substr(6) + a},
+      {"only a code", "\x1B*c65E"},
+      {"another format", FixedHead().Byte(2, 5).Command() + a},
+      {"a second descriptor of another format", head + a + FixedHead().Byte(2, 10).Command()},
+  };
+  for (const auto& c : refused) EXPECT_EQ(PfmOf(c.font), "code 27") << c.what;
+}
+
+TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
+  const TestFolder folder;
+  Head extended(72);
+  extended.Byte(2, 9).Word(14, 277).Name("Name");
+  Head unbound(88);
+  unbound.Byte(2, 11).Name("Name");
+  const std::string fixed = folder.Add("a.sfp", FixedFont());
+  const std::string nine = folder.Add("b.sfp", extended.Command());
+  const std::string five = folder.Add("c.sfp", extended.Byte(2, 5).Command());
+  const std::string scalable = folder.Add("d.sfs", unbound.Command());
+  const struct {
+    const std::string& described;
+    int32_t fixed;
+    int32_t nine;
+    int32_t five;
+  } cases[] = {{fixed, HV_OK, 27, 27},
+               {nine, 27, HV_OK, HV_OK},
+               {five, 27, 27, HV_OK},
+               {scalable, HV_OK, 27, 27}};
+  for (const auto& c : cases) {
+    HvFontInfo info;
+    ASSERT_EQ(HvFonQueryInfo(c.described.c_str(), &info, 0, 0), HV_OK);
+    // No conversion changes it, the longer one included.
+    for (const int32_t type : {Described, Plain}) {
+      const auto convert = [&](const std::string& source) {
+        return HvFonConvert(source.c_str(), (folder / "out.pfm").c_str(), nullptr, 0, type);
+      };
+      EXPECT_EQ(convert(fixed), c.fixed) << c.described;
+      EXPECT_EQ(convert(nine), c.nine) << c.described;
+      EXPECT_EQ(convert(five), c.five) << c.described;
+      EXPECT_EQ(convert(scalable), HV_UNUSABLE_FILE);
+    }
+  }
+}
+
+TEST(PclPfm, CountsCharactersWithoutAPlace) {
+  // 130 is nowhere in Latin 1: it counts, but no code gets its width.
+  Head head = FixedHead();
+  head.Word(14, 14);
+  const std::string pfm = PfmOf(head.Command() + Character(130, 40) + Character(131, 80));
+  EXPECT_EQ(At(pfm, 95, 2), 32U);   // first 32, last 0
+  EXPECT_EQ(At(pfm, 91, 2), 15U);   // average
+  EXPECT_EQ(At(pfm, 93, 2), 20U);   // maximum
+  EXPECT_EQ(At(pfm, 86, 2), 0U);    // widths differ
+  EXPECT_EQ(At(pfm, 117, 2), 30U);  // and there is no table
+  EXPECT_EQ(At(pfm, 90, 1), 49U);
+  // The code behind the last one ends the table; 255 has none behind it.
+  const std::string full = PfmOf(head.Command() + Character('A', 40) + Character(255, 80));
+  EXPECT_EQ(At(full, 96, 1), 255U);
+  EXPECT_EQ(At(full, 117 + 2 * 223, 2), 20U);
+  EXPECT_EQ(At(full, 117 + 2 * 224, 2), 0U);
+  EXPECT_EQ(At(full, 117 + 2 * 225, 2), 30U);
+  // More than 65,535 dots in all.
+  const std::string wide =
+      PfmOf(head.Command() + Character('A', 32767) + Character('B', 32764) + Character('C', 32764) +
+            Character('D', 32764) + Character('E', 32764) + Character('F', 32764) +
+            Character('G', 32764) + Character('H', 32764) + Character('I', 32764));
+  EXPECT_EQ(At(wide, 91, 2), 8191U);
+  EXPECT_EQ(At(wide, At(wide, 117 + 22, 4) + 4, 4), (9U * 8191 + 7) / 8 * 60 + 63);
+}
+
+TEST(PclPfm, TellsWhatCannotBeOpened) {
+  const TestFolder folder;
+  const std::string source = folder.Add("font.sfp", FixedFont());
+  HvFontInfo info;
+  ASSERT_EQ(HvFonQueryInfo(source.c_str(), &info, 0, 0), HV_OK);
+  EXPECT_EQ(HvFonConvert(source.c_str(), (folder / "nowhere/x.pfm").c_str(), nullptr, 0, Plain),
+            HV_CANNOT_OPEN);
+  EXPECT_EQ(HvFonConvert(folder.Path().string().c_str(), (folder / "x").c_str(), nullptr, 0, Plain),
+            HV_CANNOT_OPEN);
+  const std::string old = folder.Add("old.pfm", "old");
+  const std::string broken = folder.Add("broken.sfp", "no font");
+  EXPECT_EQ(HvFonConvert(broken.c_str(), old.c_str(), nullptr, 0, Plain), HV_UNUSABLE_FILE);
+  EXPECT_EQ(ReadFile(old), "old");
+}
+
+}  // namespace
