@@ -102,6 +102,64 @@ TEST(Tool, ShowsNoProgressWhereNobodyLooks) {
   EXPECT_TRUE(ReadFile(folder / "sent") == bytes);
 }
 
+TEST(Tool, StoresDemonstrationFiles) {
+  const TestFolder folder;
+  const std::string page = folder.Add("page.pcl", "PAGE");
+  const std::string sent = folder / "sent";
+  EXPECT_EQ(Hvapi({"demo", "download", page, "--method", "esc", "--target", "disk2", "--to", sent,
+                   "--id", "5", "--header-byte", "0x20", "--header-flag", "--store-as", "Tour"})
+                .status,
+            0);
+  EXPECT_EQ(ReadFile(sent), "\x1B[D\0\x05\x01\x20Tour\0\0\0\0\0\0\0\0\0\0\0\x04PAGE"s);
+  EXPECT_EQ(
+      Hvapi({"demo", "download", page, "--method", "demofile", "--target", "flash2", "--to", sent})
+          .status,
+      0);
+  EXPECT_EQ(ReadFile(sent),
+            "\x1B%-12345X@PJL QOPENDEMOFILE NAME=\"PAGE.PCL\"\nPAGE\x1BM@PJL QCLOSEDEMOFILE\n");
+}
+
+TEST(Tool, ExplainsAFile) {
+  const TestFolder folder;
+  const std::string file = folder.Add("job", "\x1B&l0o26A\x1B*b1Wx\x1B*b0W");
+  EXPECT_EQ(Hvapi({"show", file}).output,
+            "offset    length  bytes                                     meaning\n"
+            "00000000       5  1b 26 6c 30 6f                            orientation: portrait\n"
+            "00000005       3  32 36 41                                  page size: A4\n"
+            "00000008      11  1b 2a 62 31 57 78 1b 2a 62 30 57          2 rows of dots\n");
+  EXPECT_EQ(Hvapi({"show", file, "--rows", "--json"}).output,
+            "{\"offset\":0,\"length\":5,\"bytes\":\"1b266c306f\",\"meaning\":\"orientation: "
+            "portrait\"}\n"
+            "{\"offset\":5,\"length\":3,\"bytes\":\"323641\",\"meaning\":\"page size: A4\"}\n"
+            "{\"offset\":8,\"length\":5,\"bytes\":\"1b2a623157\",\"meaning\":\"row of dots: 1 "
+            "bytes\"}\n"
+            "{\"offset\":13,\"length\":1,\"bytes\":\"78\",\"meaning\":\"1 bytes: row of dots\"}\n"
+            "{\"offset\":14,\"length\":5,\"bytes\":\"1b2a623057\",\"meaning\":\"row of dots: 0 "
+            "bytes\"}\n");
+}
+
+TEST(Tool, TellsWhereAPclXlJobIsWrong) {
+  const TestFolder folder;
+  const hvtest::ScopedCurrentFolder current(folder.Path());
+  const std::string head = "\x1B%-12345X@PJL ENTER LANGUAGE = PCLXL\n) HP-PCL XL;1;1;\n\x41\x43";
+  const struct {
+    std::string job;
+    std::string fault;
+  } cases[] = {
+      {head + "\x84\x5E\x44\x42", "ExecStream at byte 57: a stream is defined or run on the page"},
+      {head + "\x84\x44", "byte 58, after EndPage: the job ends early"},
+      {head + "\x7E", "byte 56: the byte begins nothing that is accepted"},
+      {") HP-PCL XL;2;0;\n", "byte 13: the protocol is not class 1 revision 1"},
+  };
+  for (const auto& c : cases) {
+    const std::string source = folder.Add("job", c.job);
+    const ProgramRun run = Hvapi({"macro", "create", source, "--to", folder / "sent", "--language",
+                                  "pclxl", "--filter", "--name", "Page"});
+    EXPECT_EQ(run.status, 46);
+    EXPECT_EQ(run.errors, "hvapi: cannot convert \"" + source + "\": " + c.fault + " (code 46)\n");
+  }
+}
+
 TEST(Tool, TellsEachFailureInOneSentenceWithItsCode) {
   const TestFolder folder;
   const std::string job = folder.Add("job", "PAGE");
@@ -135,6 +193,10 @@ TEST(Tool, TellsEachFailureInOneSentenceWithItsCode) {
        1,
        "cannot send to \"" + std::string(260, 'x') +
            "\": an argument is missing, too long or out of range"},
+      {{"show", missing}, 2, "cannot show \"" + missing + "\": the file or path does not exist"},
+      {{"demo", "download", job, "--method", "pjl", "--target", "ram", "--to", sent},
+       1,
+       "\"ram\" is not one of flash1, flash2, disk1, disk2; see \"hvapi demo download --help\""},
       {{"file", "copy", missing, sent},
        2,
        "cannot copy \"" + missing + "\" to \"" + sent + "\": the file or path does not exist"},

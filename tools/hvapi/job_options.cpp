@@ -1,5 +1,6 @@
 #include "job_options.h"
 
+#include "pclxl_fault.h"
 #include "program.h"
 
 namespace hvtool {
@@ -109,6 +110,11 @@ int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source) 
       return Fail(status, "the printer " + destination + " did not take all bytes");
     case HV_CONNECTION_FAILED:
       return Fail(status, "no connection to " + destination + " by the communication library");
+    case HV_BAD_PCLXL: {
+      const std::string fault = PclXlFault(source);
+      const std::string what = "cannot convert " + Quoted(source);
+      return fault.empty() ? Outcome(code, what) : Fail(status, what + ": " + fault);
+    }
     default:
       return Outcome(code, source.empty() ? "cannot send to " + destination
                                           : "cannot send " + Quoted(source) + " to " + destination);
