@@ -6,6 +6,8 @@
 #include <string>
 
 #include "support/font_files.h"
+#include "support/metrics_files.h"
+#include "support/tagged_files.h"
 
 namespace {
 
@@ -38,6 +40,12 @@ int main(int argc, char** argv) {
   }
   const std::string head = hvtest::Type1Head("Times-Roman", "StandardEncoding");
   const std::string pfm = hvtest::PfmFile().Bytes();
+  hvtest::FontMetrics metrics;
+  metrics.face = "Times";
+  metrics.fontName = "Times-Bold";
+  metrics.widths.assign(224, 500);
+  metrics.kerning = {{'A', 'V', -80}, {'V', 'A', 40}};
+  const std::string header = hvtest::PclDescriptor().Bytes();
   const Seed seeds[] = {
       {"font_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
       {"font_pcl", "scalable", hvtest::PclFont(Descriptor(10, 80), {})},
@@ -51,6 +59,15 @@ int main(int argc, char** argv) {
       {"font_afm", "both", hvtest::AfmFile("Symbol") + "%%INF\nMSMenuName (Symbol)\nPi true\n"},
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
+      {"convert_afm", "text", hvtest::AfmFile("Times-Bold") + "%%INF\nMSMenuName (Times)\n"},
+      {"convert_afm", "pi", hvtest::AfmFile("Symbol") + "%%INF\nMSMenuName (Symbol)\nPi true\n"},
+      {"convert_pfm", "kerned", hvtest::PostScriptPfm(metrics)},
+      {"convert_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
+      {"convert_pcl", "extended", hvtest::PclFont(Descriptor(9, 72), hvtest::SampleCharacters())},
+      {"convert_dlf", "format1", Dlf(1, 1)},
+      {"convert_dlf", "format10", Dlf(10, 0)},
+      {"convert_tfm", "intel", header + hvtest::TaggedFile("II", {hvtest::SampleTaggedFont()})},
+      {"convert_tfm", "motorola", header + hvtest::TaggedFile("MM", {hvtest::SampleTaggedFont()})},
   };
   for (const Seed& seed : seeds) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / seed.reader;

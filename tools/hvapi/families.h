@@ -10,6 +10,7 @@ void AddSendCommands(CLI::App* program);
 void AddFileCommands(CLI::App* program);
 void AddQueueCommands(CLI::App* program);
 void AddFontCommands(CLI::App* program);
+void AddFontConvertCommand(CLI::App* group);  // of the font commands
 void AddIniCommands(CLI::App* program);
 void AddRecordCommands(CLI::App* program);
 void AddPanelCommands(CLI::App* program);
