@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 
@@ -24,6 +25,9 @@ namespace {
 using hvtest::InstalledFonts;
 using hvtest::ReadFile;
 using hvtest::TestFolder;
+
+// The one that has Debian's modules.
+constexpr const char* DebianPython = "/usr/bin/python3";
 
 // The largest file that is read.
 constexpr std::size_t Limit = 65534;
@@ -53,12 +57,11 @@ bool IsLetter(const std::string& name) {
 }
 
 // FreeType looks characters up by the encoding of the font, which is that of Windows for letters.
-// The number of pairs of letters.
-std::size_t CompareKerning(FT_Library library, const std::string& font, const std::string& pfm,
-                           const std::string& afm) {
+// The number of pairs of letters; none for a file that FreeType does not take for a font.
+std::optional<std::size_t> CompareKerning(FT_Library library, const std::string& font,
+                                          const std::string& pfm, const std::string& afm) {
   FT_Face face = nullptr;
-  EXPECT_EQ(FT_New_Face(library, font.c_str(), 0, &face), 0) << font;
-  if (face == nullptr) return 0;
+  if (FT_New_Face(library, font.c_str(), 0, &face) != 0) return std::nullopt;
   EXPECT_EQ(FT_Attach_File(face, pfm.c_str()), 0) << font;
   std::size_t compared = 0;
   for (const auto& [pair, amount] : KerningOf(afm)) {
@@ -78,7 +81,7 @@ std::size_t CompareKerning(FT_Library library, const std::string& font, const st
 // boxes are no AFM to fontTools, so that they get some.
 constexpr const char* CompareWidths = R"(
 import re, sys
-from fontTools.afmLib import AFM
+from fontTools.afmLib import AFM, error
 from fontTools.agl import UV2AGL
 
 renamed = {'bullet': 'bullet1', 'macron': 'overbar'}
@@ -89,13 +92,17 @@ latin = [bytes([c]).decode('cp1252', 'ignore') for c in range(32, 256)]
 names = {UV2AGL.get(ord(c)) for c in latin if c} - lost - {None}
 compared = 0
 for number in range(int(sys.argv[1])):
-    before = AFM('%d.afm' % number)
+    try:
+        before = AFM('%d.afm' % number)
+    except error:  # of fractions of units
+        continue
     text = open('%d.AFM' % number).read()
     if 'FontSpecific' in text:
         widths = dict(re.findall(r'^C  (\d+) ; WX  (\d+) ;$', text, re.M))
         for name in before.chars():
             code, width, box = before[name]
-            if code >= 33 and width != 0:
+            # These stand for the space, the hyphen and the macron elsewhere.
+            if code >= 33 and width != 0 and code not in (160, 173, 175):
                 compared += 1
                 if widths.get(str(code)) != str(width): print(number, name, code, width)
         continue
@@ -103,13 +110,18 @@ for number in range(int(sys.argv[1])):
     open('patched.AFM', 'w').write(text)
     after = AFM('patched.AFM')
     if after.FontName != before.FontName: print(number, after.FontName)
-    if after['space'][1] != before['space'][1]: print(number, 'space')
+    # Without a space nothing is the reference, and a fixed-pitch font has no width.
+    if not before.has_char('space'): continue
+    space = before['space'][1]
+    if after['space'][1] != space: print(number, 'space')
+    fixed = getattr(before, 'IsFixedPitch', 'true') == 'true'
     for name in names & set(before.chars()):
         kept = renamed.get(name, name)
         # A width like the space's is not told of some.
-        if not after.has_char(kept) and before[name][1] in (0, before['space'][1]): continue
+        width = space if fixed else before[name][1]
+        if not after.has_char(kept) and width in (0, space): continue
         compared += 1
-        if not after.has_char(kept) or after[kept][1] != before[name][1]:
+        if not after.has_char(kept) or after[kept][1] != width:
             print(number, name, before[name], after.has_char(kept) and after[kept])
 print('compared', compared)
 )";
@@ -151,8 +163,9 @@ TEST(RealMetrics, ConvertThereAndBack) {
       EXPECT_EQ(HvFonQueryInfo((base + output).c_str(), &info, 0, 1), HV_OK) << path;
     }
     if (const auto font = fonts.find(Stem(path)); font != fonts.end()) {
-      kerned += CompareKerning(library, font->second, base + ".PFM", afm);
-      ++attached;
+      const auto pairs = CompareKerning(library, font->second, base + ".PFM", afm);
+      kerned += pairs.value_or(0);
+      attached += pairs ? 1 : 0;
     }
     // The name in lower case is that of the source.
     ASSERT_EQ(HvFonConvert((base + ".PFM").c_str(), (base + ".back").c_str(), nullptr, 0, 3),
@@ -167,7 +180,7 @@ TEST(RealMetrics, ConvertThereAndBack) {
   const hvtest::ScopedCurrentFolder current(folder.Path());
   folder.Add("compare.py", CompareWidths);
   const hvtest::ProgramRun run =
-      hvtest::RunProgram("python3", {"compare.py", std::to_string(number)});
+      hvtest::RunProgram(DebianPython, {"compare.py", std::to_string(number)});
   if (run.errors.find("No module named 'fontTools'") != std::string::npos) {
     GTEST_SKIP() << "fontTools is not installed";
   }
@@ -198,10 +211,11 @@ TEST(RealMetrics, TranslateToRoman8AsPythonDoes) {
   const std::map<unsigned, int> others = {{145, 96}, {146, 39}, {169, 67}, {173, 45},
                                           {221, 89}, {247, 45}, {253, 121}};
   std::istringstream expected(
-      hvtest::RunProgram("python3", {"-c",
-                                     "for c in range(128, 256):\n"
-                                     "  t = bytes([c]).decode('cp1252', 'ignore')\n"
-                                     "  print((t.encode('hp-roman8', 'ignore') or b'\\x7f')[0])\n"})
+      hvtest::RunProgram(DebianPython,
+                         {"-c",
+                          "for c in range(128, 256):\n"
+                          "  t = bytes([c]).decode('cp1252', 'ignore')\n"
+                          "  print((t.encode('hp-roman8', 'ignore') or b'\\x7f')[0])\n"})
           .output);
   for (unsigned code = 128; code < 256; ++code) {
     int wanted = 0;
