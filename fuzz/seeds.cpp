@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "support/font_files.h"
+#include "support/metrics_files.h"
 #include "support/pclxl_jobs.h"
+#include "support/tagged_files.h"
 #include "support/zip_builder.h"
 #include "support/zip_encoders.h"
 
@@ -70,6 +72,12 @@ int main(int argc, char** argv) {
   const std::string head = hvtest::Type1Head("Times-Roman", "StandardEncoding");
   const std::string uel = "\x1B%-12345X";
   const std::string pfm = hvtest::PfmFile().Bytes();
+  hvtest::FontMetrics metrics;
+  metrics.face = "Times";
+  metrics.fontName = "Times-Bold";
+  metrics.widths.assign(224, 500);
+  metrics.kerning = {{'A', 'V', -80}, {'V', 'A', 40}};
+  const std::string header = hvtest::PclDescriptor().Bytes();
   std::vector<Seed> seeds = {
       {"font_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
       {"font_pcl", "scalable", hvtest::PclFont(Descriptor(10, 80), {})},
@@ -101,6 +109,15 @@ int main(int argc, char** argv) {
       {"macro_analysis", "overlay", "%!PS-Adobe-3.0\n%%Quintar Overlay: Logo\n"},
       {"macro_analysis", "ppds", "\x1B[l"},
       {"macro_analysis", "pclxl", hvtest::PclXlSampleJob()},
+      {"convert_afm", "text", hvtest::AfmFile("Times-Bold") + "%%INF\nMSMenuName (Times)\n"},
+      {"convert_afm", "pi", hvtest::AfmFile("Symbol") + "%%INF\nMSMenuName (Symbol)\nPi true\n"},
+      {"convert_pfm", "kerned", hvtest::PostScriptPfm(metrics)},
+      {"convert_pcl", "bitmap", hvtest::PclFont({}, hvtest::SampleCharacters())},
+      {"convert_pcl", "extended", hvtest::PclFont(Descriptor(9, 72), hvtest::SampleCharacters())},
+      {"convert_dlf", "format1", Dlf(1, 1)},
+      {"convert_dlf", "format10", Dlf(10, 0)},
+      {"convert_tfm", "intel", header + hvtest::TaggedFile("II", {hvtest::SampleTaggedFont()})},
+      {"convert_tfm", "motorola", header + hvtest::TaggedFile("MM", {hvtest::SampleTaggedFont()})},
   };
   AddZipSeeds(seeds);
   for (const Seed& seed : seeds) {

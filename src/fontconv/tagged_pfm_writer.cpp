@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::string_view Pcl5Device = "PCL5 / HP LaserJet III";
 constexpr uint16_t ScalablePfmType = 0x0081;
-constexpr std::size_t LargestTaggedFile = 4 * 1024 * 1024;
+constexpr std::size_t LargestTaggedFile = std::size_t{4} * 1024 * 1024;
 constexpr std::size_t LongestFaceName = 79;
 constexpr int64_t Resolution = 300;
 constexpr std::size_t FirstCode = 32;

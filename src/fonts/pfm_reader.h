@@ -16,7 +16,7 @@ namespace hv {
 using PfmImage = std::vector<uint8_t>;
 constexpr std::size_t PfmImageSize = 4096;
 // More than the tables and names of a PFM can take.
-constexpr std::size_t LargestPfm = 1024 * 1024;
+constexpr std::size_t LargestPfm = std::size_t{1024} * 1024;
 
 // Loads the first `limit` bytes of the file. Empty when it cannot be opened or is no PFM.
 std::optional<PfmImage> PfmOpen(const char* path, std::size_t limit = PfmImageSize);

@@ -5,9 +5,7 @@
 #include <sys/wait.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <regex>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -15,31 +13,13 @@
 #include "hvapi.h"
 #include "support/fake_nbx.h"
 #include "support/jobs.h"
+#include "support/posix/installed_fonts.h"
 #include "support/test_folder.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+using hvtest::InstalledFonts;
 using hvtest::TestFolder;
-
-// Where the packages fonts-urw-base35, xfonts-scalable, t1-cyrillic, lmodern, tex-gyre and groff
-// put their fonts.
-constexpr const char* FontFolders[] = {"/usr/share/fonts/type1", "/usr/share/fonts/X11/Type1",
-                                       "/usr/share/texmf/fonts", "/usr/share/groff"};
-
-// The fonts of an extension, each once however many links lead to it.
-std::vector<std::string> InstalledFonts(const std::string& extension) {
-  std::set<std::string> fonts;
-  for (const char* const folder : FontFolders) {
-    std::error_code missing;
-    for (const auto& entry : fs::recursive_directory_iterator(folder, missing)) {
-      if (entry.path().extension() == extension && entry.is_regular_file()) {
-        fonts.insert(fs::canonical(entry.path()).string());
-      }
-    }
-  }
-  return {fonts.begin(), fonts.end()};
-}
 
 std::string FirstMatch(const std::string& text, const char* pattern) {
   std::smatch match;

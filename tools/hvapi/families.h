@@ -14,6 +14,7 @@ void AddFontCommands(CLI::App* program);
 void AddMacroCommands(CLI::App* program);
 void AddDemoCommands(CLI::App* program);
 void AddFindCommands(CLI::App* program);
+void AddFontConvertCommand(CLI::App* group);  // of the font commands
 void AddIniCommands(CLI::App* program);
 void AddRecordCommands(CLI::App* program);
 void AddPanelCommands(CLI::App* program);

@@ -212,10 +212,11 @@ void AddShow(CLI::App* parent) {
 }  // namespace
 
 void AddFontCommands(CLI::App* program) {
-  CLI::App* group = AddCommandGroup(program, "font", "describe, download and show fonts",
+  CLI::App* group = AddCommandGroup(program, "font", "describe, download, convert and show fonts",
                                     "Commands on fonts and font metrics.");
   AddInfo(group);
   AddDownload(group);
+  AddFontConvertCommand(group);
   AddShow(group);
 }
 
