@@ -54,6 +54,11 @@ int main(int argc, char** argv) {
       {"font_pfm", "pfm", pfm},
       {"font_pcm", "cartridge", hvtest::PcmFile("Cartridge", {pfm, pfm})},
       {"pclxl", "page", hvtest::PclXlSampleJob()},
+      {"show", "pclxl", uel + "@PJL ENTER LANGUAGE = PCLXL\n" + hvtest::PclXlSampleJob()},
+      {"show", "font", hvtest::PclFont({}, hvtest::SampleCharacters())},
+      {"show", "pcl",
+       uel + "@PJL\n\x1B"
+             "E\x1B&l0o2A\x1B*b3m2Wab\x1B%0BIN;\x1B%0A\f"},
       {"macro_filter", "pcl",
        "\x3F\x03" + uel + "@PJL X\n\033E\x1B&l1o2a3X\x1B*b2Wab\x1B%0BIN\x1B%0A\x0C" + uel},
       {"macro_filter", "postscript", "  " + uel + "@PJL X\n%!PS-Adobe-3.0\nshowpage\n\x04" + uel},

@@ -7,6 +7,7 @@ namespace hvtool {
 
 void AddReplyCommands(CLI::App* program);
 void AddSendCommands(CLI::App* program);
+void AddShowCommands(CLI::App* program);
 void AddFileCommands(CLI::App* program);
 void AddQueueCommands(CLI::App* program);
 void AddFontCommands(CLI::App* program);

@@ -26,6 +26,7 @@ struct Family {
 constexpr Family Families[] = {
     {"SENDING TO PRINTERS", AddSendCommands},
     {"SENDING TO PRINTERS", AddQueueCommands},
+    {"SENDING TO PRINTERS", AddShowCommands},
     {"PRINTER REPLIES", AddReplyCommands},
     {"FILES", AddFileCommands},
     {"FONTS", AddFontCommands},
