@@ -17,7 +17,7 @@ struct Options {
 };
 
 std::shared_ptr<Options> NewOptions() {
-  const auto options = std::make_shared<Options>();
+  auto options = std::make_shared<Options>();
   options->job.emulation = JOB_EMULATION_PCL;
   return options;
 }
