@@ -149,7 +149,7 @@ TEST(Tool, TellsWhereAPclXlJobIsWrong) {
       {head + "\x84\x5E\x44\x42", "ExecStream at byte 57: a stream is defined or run on the page"},
       {head + "\x84\x44", "byte 58, after EndPage: the job ends early"},
       {head + "\x7E", "byte 56: the byte begins nothing that is accepted"},
-      {") HP-PCL XL;2;0;\n", "byte 13: the protocol is not class 1 revision 1"},
+      {") HP-PCL XL;2;0;\n", "byte 12: the protocol is not class 1 revision 1"},
   };
   for (const auto& c : cases) {
     const std::string source = folder.Add("job", c.job);

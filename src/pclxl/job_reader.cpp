@@ -11,7 +11,8 @@ PclXlJobReader::PclXlJobReader(Source source, PclXlPage* page)
 PclXlResult PclXlJobReader::Read() {
   const PclXlResult header = ReadHeader();
   if (header != PclXlOk) {
-    lastOffset_ = Offset();
+    // The byte that is wrong has been read; at the end there is none.
+    lastOffset_ = header == PclXlEnded ? Offset() : Offset() - 1;
     return header;
   }
 
