@@ -97,15 +97,32 @@ bool RewriteInPlace(const IniFile& file) {
   return false;
 }
 
-bool Rewrite(const IniFile& file) {
-  const std::string beside = platform::CreateFileBeside(file.path);
-  if (beside.empty()) return RewriteInPlace(file);
-  const bool written = WriteLines(file, beside.c_str());
-  if (written && platform::ReplaceWith(beside.c_str(), file.path) == platform::ErrorNone) {
+// A file beside another one, gone with this object unless it took the other's place.
+class FileBeside {
+ public:
+  explicit FileBeside(const char* path) : name_(platform::CreateFileBeside(path)) {}
+  FileBeside(const FileBeside&) = delete;
+  FileBeside& operator=(const FileBeside&) = delete;
+  ~FileBeside() {
+    if (Exists()) platform::RemoveCreated(name_);
+  }
+  bool Exists() const { return !name_.empty(); }
+  const char* Name() const { return name_.c_str(); }
+  bool Replace(const char* path) {
+    if (platform::ReplaceWith(Name(), path) != platform::ErrorNone) return false;
+    name_.clear();
     return true;
   }
-  platform::RemoveFile(beside.c_str());
-  return written && RewriteInPlace(file);
+
+ private:
+  std::string name_;
+};
+
+bool Rewrite(const IniFile& file) {
+  FileBeside beside(file.path);
+  if (!beside.Exists()) return RewriteInPlace(file);
+  if (!WriteLines(file, beside.Name())) return false;
+  return beside.Replace(file.path) || RewriteInPlace(file);
 }
 
 }  // namespace
