@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "platform/files.h"
+#include "api/file_beside.h"
 #include "platform/stream.h"
 #include "support/file_modes.h"
 #include "support/fixed_text.h"
@@ -96,27 +96,6 @@ bool RewriteInPlace(const IniFile& file) {
   WriteBytes(file.path, *oldBytes);
   return false;
 }
-
-// A file beside another one, gone with this object unless it took the other's place.
-class FileBeside {
- public:
-  explicit FileBeside(const char* path) : name_(platform::CreateFileBeside(path)) {}
-  FileBeside(const FileBeside&) = delete;
-  FileBeside& operator=(const FileBeside&) = delete;
-  ~FileBeside() {
-    if (Exists()) platform::RemoveCreated(name_);
-  }
-  bool Exists() const { return !name_.empty(); }
-  const char* Name() const { return name_.c_str(); }
-  bool Replace(const char* path) {
-    if (platform::ReplaceWith(Name(), path) != platform::ErrorNone) return false;
-    name_.clear();
-    return true;
-  }
-
- private:
-  std::string name_;
-};
 
 bool Rewrite(const IniFile& file) {
   FileBeside beside(file.path);
