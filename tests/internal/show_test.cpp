@@ -42,7 +42,7 @@ bool CoverAll(const std::vector<Piece>& pieces, const std::string& bytes) {
   for (const Piece& piece : pieces) {
     if (piece.offset != end || piece.length == 0 || piece.meaning.empty() ||
         piece.bytes.size() > piece.length ||
-        bytes.compare(end, piece.bytes.size(), piece.bytes) != 0) {
+        bytes.compare(static_cast<std::size_t>(end), piece.bytes.size(), piece.bytes) != 0) {
       return false;
     }
     end += static_cast<std::size_t>(piece.length);
