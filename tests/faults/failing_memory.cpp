@@ -65,6 +65,12 @@ void* operator new(std::size_t size) {
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return Allocate(size);
+}
+void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
+  std::free(block);
+}
 void operator delete(void* block) noexcept {
   std::free(block);
 }
