@@ -835,12 +835,13 @@ HVAPI_EXPORT uint32_t HVAPI_CALL HvFonQueryInfo(const char* fontPath, HvFontInfo
  *   job           flags, emulation (1 to 6), identifier (the font number), jobName, personality,
  *                 printerClass and library address; fontQueryArg is the companion mode (a missing
  *                 companion does not stop the download); a Type 1 font for a PPDS printer also
- * sends fontValue18 - 256 and fontValue1A targetDevice  STORAGE_DEVICE_... With emulation 6 a PCL
- * font is sent under a name made up of its name, size, style and symbol set. Results: those of
- * HvFonQueryInfo without metric files, HV_BAD_ARGUMENT, HV_NOT_FOUND (also a font that cannot be
- * opened for some kinds), HV_CANNOT_OPEN (font or destination), HV_READ_FAILED, HV_WRITE_FAILED
- * (file destination), HV_PRINTER_REFUSED, HV_CONNECTION_FAILED, HV_UNUSABLE_FILE (a TrueType font:
- * an empty job is sent).
+ *                 sends fontValue18 - 256 and fontValue1A
+ *   targetDevice  STORAGE_DEVICE_...
+ * With emulation 6 a PCL font is sent under a name made up of its name, size, style and symbol set.
+ * Results: those of HvFonQueryInfo without metric files, HV_BAD_ARGUMENT, HV_NOT_FOUND (also a font
+ * that cannot be opened, for some kinds), HV_CANNOT_OPEN (font or destination), HV_READ_FAILED,
+ * HV_WRITE_FAILED (file destination), HV_PRINTER_REFUSED, HV_CONNECTION_FAILED, HV_UNUSABLE_FILE (a
+ * TrueType font: an empty job is sent).
  */
 HVAPI_EXPORT uint32_t HVAPI_CALL HvFonDownload(const char* fontPath, const char* destination,
                                                const HvJobInfo* job, uint32_t targetDevice);
