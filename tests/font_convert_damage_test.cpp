@@ -50,14 +50,14 @@ std::vector<Sample> Samples() {
   };
 }
 
-// Visits the bytes cut at each length up to `fine` and at every fifth behind it, and with each of
-// their bytes changed, in turns to 0, to 255 and by one.
+// Visits the bytes cut at each length, and with each byte changed, in turns to 0, to 255 and by
+// one; behind the headers at some lengths and bytes only.
 void ForEachDamage(const std::string& bytes, const std::function<void(const std::string&)>& visit) {
-  constexpr std::size_t Fine = 128;
-  for (std::size_t length = 0; length < bytes.size(); length += length < Fine ? 1 : 5) {
+  constexpr std::size_t Fine = 64;
+  for (std::size_t length = 0; length < bytes.size(); length += length < Fine ? 1 : 7) {
     visit(bytes.substr(0, length));
   }
-  for (std::size_t at = 0; at < bytes.size(); at += at < 2 * Fine ? 1 : 3) {
+  for (std::size_t at = 0; at < bytes.size(); at += at < 2 * Fine ? 1 : 5) {
     const char old = bytes[at];
     const char changes[] = {'\0', '\xFF', static_cast<char>(old + 1), static_cast<char>(old - 1)};
     std::string damaged = bytes;

@@ -57,7 +57,7 @@ class TemporaryFile {
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
   ~TemporaryFile() {
-    if (Exists()) platform::RemoveFile(name_.c_str());
+    if (Exists()) platform::RemoveCreated(name_);
   }
   bool Exists() const { return !name_.empty(); }
   const char* Name() const { return name_.c_str(); }

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "platform/files.h"
+#include "api/file_beside.h"
 #include "platform/stream.h"
 #include "support/file_modes.h"
 #include "support/fixed_text.h"
@@ -98,14 +98,10 @@ bool RewriteInPlace(const IniFile& file) {
 }
 
 bool Rewrite(const IniFile& file) {
-  const std::string beside = platform::CreateFileBeside(file.path);
-  if (beside.empty()) return RewriteInPlace(file);
-  const bool written = WriteLines(file, beside.c_str());
-  if (written && platform::ReplaceWith(beside.c_str(), file.path) == platform::ErrorNone) {
-    return true;
-  }
-  platform::RemoveFile(beside.c_str());
-  return written && RewriteInPlace(file);
+  FileBeside beside(file.path);
+  if (!beside.Exists()) return RewriteInPlace(file);
+  if (!WriteLines(file, beside.Name())) return false;
+  return beside.Replace(file.path) || RewriteInPlace(file);
 }
 
 }  // namespace

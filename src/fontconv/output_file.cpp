@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "api/file_beside.h"
 #include "api/hvapi.h"
-#include "platform/files.h"
 #include "platform/stream.h"
 
 namespace hv {
@@ -29,16 +29,13 @@ uint32_t WriteConvertedText(const std::string& path, std::string_view text) {
 }
 
 void ReplaceFile(const std::string& path, MetricsBytes bytes) {
-  const std::string beside = platform::CreateFileBeside(path.c_str());
-  const bool written = beside.empty() || WriteConverted(beside, bytes) == HV_OK;
-  if (!beside.empty()) {
-    if (written && platform::ReplaceWith(beside.c_str(), path.c_str()) == platform::ErrorNone) {
-      return;
-    }
-    platform::RemoveFile(beside.c_str());
+  FileBeside beside(path.c_str());
+  if (beside.Exists()) {
+    if (WriteConverted(beside.Name(), bytes) != HV_OK) return;
+    if (beside.Replace(path.c_str())) return;
   }
   // A device, a file in a directory that takes no new one, or one that another program has open.
-  if (written) WriteConverted(path, bytes);
+  WriteConverted(path, bytes);
 }
 
 }  // namespace hv

@@ -54,6 +54,10 @@ std::string CreateTemporaryFile(const char* prefix);
 // text when none could be made, also because `path` itself may not be written.
 std::string CreateFileBeside(const char* path);
 
+// Deletes such a file, or one of CreateTemporaryFile, by the name that was returned. Takes no
+// memory.
+void RemoveCreated(const std::string& name) noexcept;
+
 // Makes the directories of `path` that are missing. The path is relative, with "/" between its
 // parts, and is taken as spelled: another letter case is another name where the system tells them
 // apart. False when a directory cannot be made, or when a part is there and is no directory itself:

@@ -38,14 +38,14 @@ std::vector<std::string> Lines(const std::string& bytes, bool eachRow = false) {
 
 // True when the pieces cover the bytes, each once and in order.
 bool CoverAll(const std::vector<Piece>& pieces, const std::string& bytes) {
-  uint64_t end = 0;
+  std::size_t end = 0;
   for (const Piece& piece : pieces) {
     if (piece.offset != end || piece.length == 0 || piece.meaning.empty() ||
         piece.bytes.size() > piece.length ||
-        bytes.compare(end, piece.bytes.size(), piece.bytes) != 0) {
+        bytes.compare(static_cast<std::size_t>(end), piece.bytes.size(), piece.bytes) != 0) {
       return false;
     }
-    end += piece.length;
+    end += static_cast<std::size_t>(piece.length);
   }
   return end == bytes.size();
 }

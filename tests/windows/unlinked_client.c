@@ -314,6 +314,7 @@ int main(int argc, char** argv) {
   Check(FreeLibrary(library) != 0 && GetModuleHandleA("HvApiW32.dll") == NULL,
         "is unloaded:", libraryName);
 
+  Check(count == (DWORD)ExportCount, "has every export:", libraryName);
   printf("exports: %lu of %d\n", count, (int)ExportCount);
   printf("%d passed, %d failed\n", passed, failed);
   return failed == 0 ? 0 : 1;

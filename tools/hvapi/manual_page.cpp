@@ -57,8 +57,8 @@ std::string Synopsis(const CommandRow& command) {
   std::string required;
   for (const OptionRow& option : command.options) {
     if (option.isArgument) {
-      std::string shown = option.names.front() + (option.takesSeveral ? "..." : "");
-      if (!option.isRequired) shown = "[" + shown + "]";
+      const std::string name = option.names.front() + (option.takesSeveral ? "..." : "");
+      const std::string shown = option.isRequired ? name : "[" + name + "]";
       text += ".I " + Escaped(shown) + "\n";
     } else if (option.isRequired) {
       required += ".BI " + Escaped(option.names.back()) + " \" " + Escaped(option.value) + "\"\n";

@@ -15,9 +15,9 @@ namespace {
 // Adds the entry `name` of a directory, unless it went away or leads nowhere.
 void AddEntry(int directory, const char* name, std::vector<DirectoryEntry>* entries) {
   struct stat link;
-  struct stat status;
   if (fstatat(directory, name, &link, AT_SYMLINK_NOFOLLOW) != 0) return;
-  if (fstatat(directory, name, &status, 0) != 0) return;
+  struct stat status = link;
+  if (S_ISLNK(link.st_mode) && fstatat(directory, name, &status, 0) != 0) return;
   DirectoryEntry entry;
   entry.name = FileNamePart(name);
   entry.isDirectory = S_ISDIR(status.st_mode);

@@ -179,7 +179,12 @@ std::string CreateFileBeside(const char* path) {
     if (faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return {};
   }
   std::string name;
-  return CreateUniqueBeside(target, &name).IsOpen() ? name : std::string();
+  if (!CreateUniqueBeside(target, &name).IsOpen()) name.clear();
+  return name;
+}
+
+void RemoveCreated(const std::string& name) noexcept {
+  unlink(name.c_str());
 }
 
 bool MakeDirectoriesBelow(const std::string& path) {

@@ -261,6 +261,10 @@ std::string CreateFileBeside(const char* path) {
   return CreateUniqueBeside(target);
 }
 
+void RemoveCreated(const std::string& name) noexcept {
+  DeleteFileA(name.c_str());
+}
+
 bool MakeDirectoriesBelow(const std::string& path) {
   constexpr DWORD DirectoryOrLink = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
   for (std::size_t end = 0; end < path.size();) {

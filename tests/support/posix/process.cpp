@@ -1,6 +1,7 @@
 #include <cstdlib>
 
 #include "support/test_folder.h"
+#include "support/zip_run.h"
 
 namespace hvtest {
 
@@ -10,6 +11,10 @@ void SetVariable(const std::string& name, const std::string& value) {
   } else {
     setenv(name.c_str(), value.c_str(), 1);
   }
+}
+
+std::size_t SweepStep() {
+  return 1;
 }
 
 std::size_t OpenHandleCount() {

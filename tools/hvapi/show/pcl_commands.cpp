@@ -217,7 +217,7 @@ const PclCommand* FindPclCommand(std::string_view group, char letter) {
 }
 
 std::string PclMeaning(const PclCommand& command, const std::string& value) {
-  const std::string meaning = command.meaning;
+  std::string meaning = command.meaning;
   if (command.values == nullptr) return meaning;
   const std::string_view values = command.values;
   const std::string number = value.empty() ? "0" : value[0] == '+' ? value.substr(1) : value;

@@ -15,8 +15,8 @@ namespace {
 using hv::PclXlClass;
 
 // Longer lists of elements are cut in the explanation.
-constexpr uint64_t MaxElements = 8;
-constexpr uint64_t MaxText = 40;
+constexpr std::size_t MaxElements = 8;
+constexpr std::size_t MaxText = 40;
 
 bool IsPrintable(int c) {
   return c >= 0x20 && c < 0x7F;
@@ -119,8 +119,8 @@ void Explainer::ExplainPclXlOperator() {
 bool Explainer::TakePclXlValue(uint8_t tag, std::string* text) {
   const unsigned size = hv::PclXlElementSize(tag);
   const unsigned count = hv::PclXlElementCount(hv::PclXlClassOf(tag));
-  if (reader_.Peek(uint64_t{size} * count) < 0) {
-    reader_.Take(1 + uint64_t{size} * count);
+  if (reader_.Peek(std::size_t{size} * count) < 0) {
+    reader_.Take(1 + std::size_t{size} * count);
     return false;
   }
   reader_.Take();
@@ -142,14 +142,14 @@ bool Explainer::TakePclXlArray(uint8_t tag, std::string* text) {
     reader_.Take(2 + lengthSize);
     return false;
   }
-  const uint64_t length = reader_.PeekNumber(2, lengthSize);
+  const std::size_t length = reader_.PeekNumber(2, lengthSize);
   reader_.Take(2 + lengthSize);
   const unsigned size = hv::PclXlElementSize(tag);
   bool isText = size == 1 && length > 0;
-  for (uint64_t i = 0; isText && i < std::min(length, MaxText); ++i) {
+  for (std::size_t i = 0; isText && i < std::min(length, MaxText); ++i) {
     isText = IsPrintable(reader_.Peek(i));
   }
-  uint64_t shown = 0;
+  std::size_t shown = 0;
   if (isText) {
     *text += '"';
     for (; shown < std::min(length, MaxText); ++shown) {
@@ -163,7 +163,8 @@ bool Explainer::TakePclXlArray(uint8_t tag, std::string* text) {
     }
   }
   if (shown < length) *text += " .. (" + std::to_string(length) + ")";
-  return reader_.Take(length * size) == length * size;
+  const uint64_t bytes = uint64_t{length} * size;
+  return reader_.Take(bytes) == bytes;
 }
 
 // The data of a stream are explained themselves when they begin as one.
