@@ -23,6 +23,7 @@ void AddListingCommands(CLI::App* program);
 void AddUnzipCommands(CLI::App* program);
 void AddUrlCommands(CLI::App* program);
 void AddInfoCommands(CLI::App* program);
+void AddDoctorCommands(CLI::App* program);
 void AddShellCommands(CLI::App* program);
 
 }  // namespace hvtool

@@ -145,6 +145,7 @@ void AddFonts(CLI::App* parent) {
              {"windows", FONT_COMPANIONS_WINDOWS},
              {"optional", FONT_COMPANIONS_OPTIONAL}},
             "Companion files to look for");
+  AddQuietOption(command);
   OnRun(command, [options] {
     return Find(
         *options, {"NAME", "KIND", "SYMBOLS", "SIZE", "FILE"},

@@ -41,6 +41,7 @@ constexpr Family Families[] = {
     {"CONFIGURATION FILES", AddSetupCommands},
     {"CONFIGURATION FILES", AddListingCommands},
     {"SUPPORT", AddUrlCommands},
+    {"ABOUT", AddDoctorCommands},
     {"ABOUT", AddInfoCommands},
     {"ABOUT", AddShellCommands},
 };

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string>
 
+#include "program.h"
 #include "system.h"
 
 namespace hvtool {
@@ -13,6 +14,13 @@ namespace {
 constexpr uint64_t SmallestShown = 4U << 20;
 constexpr std::size_t BarWidth = 40;
 constexpr auto Interval = std::chrono::milliseconds(100);
+
+// Set by --quiet.
+bool isQuiet = false;
+
+bool SomebodyLooks() {
+  return !isQuiet && ErrorsGoToTerminal();
+}
 
 // The size of a regular file, 0 for anything else.
 uint64_t FileSize(const std::filesystem::path& path) {
@@ -32,7 +40,11 @@ std::string OneLine(const std::string& text) {
 
 }  // namespace
 
-ProgressBar::ProgressBar() : isSeen_(ErrorsGoToTerminal()) {}
+void AddQuietOption(CLI::App* command) {
+  AddFlag(command, "-q,--quiet", &isQuiet, "Show no progress");
+}
+
+ProgressBar::ProgressBar() : isSeen_(SomebodyLooks()) {}
 
 void ProgressBar::Show(uint64_t done, uint64_t total, const std::string& text) {
   if (!isSeen_) return;
@@ -60,7 +72,7 @@ void ProgressBar::Clear() {
 
 FileProgress::FileProgress(const std::filesystem::path& destination, uint64_t expected, bool append)
     : destination_(destination), expected_(expected) {
-  if (!ErrorsGoToTerminal() || expected < SmallestShown) return;
+  if (!SomebodyLooks() || expected < SmallestShown) return;
   if (append) before_ = FileSize(destination);
   watcher_ = std::thread([this] { Watch(); });
 }

@@ -14,7 +14,12 @@
 #include <string>
 #include <thread>
 
+#include "command_line.h"
+
 namespace hvtool {
+
+// --quiet, which switches progress off.
+void AddQuietOption(CLI::App* command);
 
 class ProgressBar {
  public:

@@ -68,6 +68,7 @@ void AddSend(CLI::App* program) {
       AddCommand(program, "send", "send a print file to a printer or a file", SendManual);
   AddArgument(command, "FILE", &options->file, "The file to send");
   AddDataOptions(command, &options->job);
+  AddQuietOption(command);
   OnRun(command, [options] {
     const JobOptions& job = options->job;
     const HvJobInfo record = job.Record();

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include "families.h"
 #include "program.h"
 #include "show/explainer.h"
+#include "system.h"
 
 namespace hvtool {
 namespace {
@@ -25,6 +27,7 @@ constexpr const char* ShowManual =
     "piece) and meaning.\n"
     "\n"
     "    hvapi show report.pcl\n"
+    "    gs -q -sDEVICE=ljet4 -o - page.ps | hvapi show -\n"
     "    hvapi show macro.bin --json | grep -c unknown";
 
 // Bytes of a piece that a line shows.
@@ -79,18 +82,26 @@ void PrintAsJson(const Piece& piece) {
   PrintLine(members.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
+int Explain(std::istream* stream, const std::string& name, bool eachRow, bool json) {
+  if (!json) {
+    PrintLine("offset    length  bytes                                     meaning");
+  }
+  Explainer(stream, json ? PrintAsJson : PrintPiece, eachRow).Run();
+  if (stream->bad()) return Outcome(HV_READ_FAILED, "cannot show all of " + name);
+  return HV_OK;
+}
+
 int Show(const std::string& path, bool eachRow, bool json) {
+  if (path == "-") {
+    ReadInputAsBytes();
+    return Explain(&std::cin, "standard input", eachRow, json);
+  }
   if (HvFilExists(path.c_str()) == 0) {
     return Outcome(HV_NOT_FOUND, "cannot show " + Quoted(path));
   }
   std::ifstream file(path, std::ios::binary);
   if (!file) return Outcome(HV_CANNOT_OPEN, "cannot show " + Quoted(path));
-  if (!json) {
-    PrintLine("offset    length  bytes                                     meaning");
-  }
-  Explainer(&file, json ? PrintAsJson : PrintPiece, eachRow).Run();
-  if (file.bad()) return Outcome(HV_READ_FAILED, "cannot show all of " + Quoted(path));
-  return HV_OK;
+  return Explain(&file, Quoted(path), eachRow, json);
 }
 
 }  // namespace
@@ -104,7 +115,7 @@ void AddShowCommands(CLI::App* program) {
   const auto options = std::make_shared<Options>();
   CLI::App* command =
       AddCommand(program, "show", "explain the bytes of a job to a printer", ShowManual);
-  AddArgument(command, "FILE", &options->file, "The file");
+  AddArgument(command, "FILE", &options->file, "The file, or - for standard input");
   AddFlag(command, "--rows", &options->eachRow, "Show each row of a picture by itself");
   AddJsonOption(command, &options->json);
   OnRun(command, [options] { return Show(options->file, options->eachRow, options->json); });

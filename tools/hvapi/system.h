@@ -18,4 +18,25 @@ std::filesystem::path SpoolFolder();
 extern const char* const SystemSpoolerName;
 std::vector<std::string> SystemQueues();
 
+// Makes standard input give bytes as they are.
+void ReadInputAsBytes();
+
+// The file that the running HvApiW32 came from; empty when the system does not tell.
+std::string LibraryPath();
+
+// Something that is looked for at run time, as the library looks for it.
+struct Service {
+  std::string place;    // what was found, or would have been
+  std::string problem;  // empty: it can be used
+  bool isWanted;        // somebody has set it up, so that a problem is a fault
+};
+
+// What a communication library has to have.
+inline constexpr const char* CommunicationFunctions[] = {"NbxOpen",   "NbxClose", "NbxStartDoc",
+                                                         "NbxEndDoc", "NbxWrite", "NbxGetPrtInfo"};
+
+// The system's spooler, and the printers' communication library.
+Service FindSpooler();
+Service FindCommunicationLibrary();
+
 }  // namespace hvtool

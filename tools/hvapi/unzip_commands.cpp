@@ -190,6 +190,7 @@ void AddUnzipCommands(CLI::App* program) {
   AddOption(command, "--to", &options->directory, "DIR",
             "Extract below this directory, which is made when it is missing");
   AddJsonOption(command, &options->json);
+  AddQuietOption(command);
   OnRun(command, [options] { return Unzip(*options); });
 }
 

@@ -1,11 +1,24 @@
 #include "system.h"
 
+#include <fcntl.h>
 #include <io.h>
 #include <stdio.h>
 #include <windows.h>
 #include <winspool.h>
 
+#include <memory>
+#include <type_traits>
+
 namespace hvtool {
+namespace {
+
+std::string PathOf(HMODULE module) {
+  char path[MAX_PATH];
+  const DWORD length = GetModuleFileNameA(module, path, sizeof path);
+  return {path, length};
+}
+
+}  // namespace
 
 const char* const SystemSpoolerName = "Windows";
 
@@ -15,6 +28,32 @@ bool ErrorsGoToTerminal() {
 
 std::filesystem::path SpoolFolder() {
   return {};
+}
+
+void ReadInputAsBytes() {
+  _setmode(_fileno(stdin), _O_BINARY);
+}
+
+std::string LibraryPath() {
+  return PathOf(GetModuleHandleA("HvApiW32.dll"));
+}
+
+// The spooler is a part of Windows.
+Service FindSpooler() {
+  return {"the spooler of Windows", "", true};
+}
+
+Service FindCommunicationLibrary() {
+  constexpr const char* Name = "NBXCHAN.DLL";
+  const std::unique_ptr<std::remove_pointer_t<HMODULE>, decltype(&FreeLibrary)> library(
+      LoadLibraryA(Name), FreeLibrary);
+  if (library == nullptr) return {Name, "not installed", false};
+  for (const char* function : CommunicationFunctions) {
+    if (GetProcAddress(library.get(), function) == nullptr) {
+      return {Name, std::string("has no function ") + function, true};
+    }
+  }
+  return {PathOf(library.get()), "", true};
 }
 
 std::vector<std::string> SystemQueues() {
