@@ -6,6 +6,7 @@
 
 #include "platform/files.h"
 #include "platform/stream.h"
+#include "platform/temporary_file.h"
 #include "support/file_modes.h"
 #include "support/fixed_text.h"
 
@@ -98,13 +99,11 @@ bool RewriteInPlace(const IniFile& file) {
 }
 
 bool Rewrite(const IniFile& file) {
-  const std::string beside = platform::CreateFileBeside(file.path);
-  if (beside.empty()) return RewriteInPlace(file);
-  const bool written = WriteLines(file, beside.c_str());
-  if (written && platform::ReplaceWith(beside.c_str(), file.path) == platform::ErrorNone) {
-    return true;
-  }
-  platform::RemoveFile(beside.c_str());
+  platform::TemporaryFile beside(platform::CreateFileBeside(file.path));
+  if (!beside.Exists()) return RewriteInPlace(file);
+  const bool written = WriteLines(file, beside.Name().c_str());
+  if (written && beside.Replace(file.path)) return true;
+  beside.Discard();
   return written && RewriteInPlace(file);
 }
 

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "api/hvapi.h"
-#include "platform/files.h"
 #include "platform/stream.h"
+#include "platform/temporary_file.h"
 
 namespace hv {
 namespace {
@@ -29,13 +29,11 @@ uint32_t WriteConvertedText(const std::string& path, std::string_view text) {
 }
 
 void ReplaceFile(const std::string& path, MetricsBytes bytes) {
-  const std::string beside = platform::CreateFileBeside(path.c_str());
-  const bool written = beside.empty() || WriteConverted(beside, bytes) == HV_OK;
-  if (!beside.empty()) {
-    if (written && platform::ReplaceWith(beside.c_str(), path.c_str()) == platform::ErrorNone) {
-      return;
-    }
-    platform::RemoveFile(beside.c_str());
+  platform::TemporaryFile beside(platform::CreateFileBeside(path.c_str()));
+  const bool written = !beside.Exists() || WriteConverted(beside.Name(), bytes) == HV_OK;
+  if (beside.Exists()) {
+    if (written && beside.Replace(path.c_str())) return;
+    beside.Discard();
   }
   // A device, a file in a directory that takes no new one, or one that another program has open.
   if (written) WriteConverted(path, bytes);
