@@ -9,6 +9,7 @@
 #include "api/low_file.h"
 #include "platform/files.h"
 #include "platform/stream.h"
+#include "platform/temporary_file.h"
 #include "support/ascii.h"
 #include "support/fixed_text.h"
 #include "support/path_text.h"
@@ -50,20 +51,11 @@ uint32_t CodeOfSystemError(uint32_t error) {
   }
 }
 
-// A temporary file that goes away with this object.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const char* prefix) : name_(platform::CreateTemporaryFile(prefix)) {}
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
-    if (Exists()) platform::RemoveCreated(name_);
+// Closes an open file also where memory runs out before it was closed.
+struct LowFileCloser {
+  void operator()(LowFileRecord* record) const {
+    if (record->handle != platform::LowNoHandle) LowFileClose(record);
   }
-  bool Exists() const { return !name_.empty(); }
-  const char* Name() const { return name_.c_str(); }
-
- private:
-  std::string name_;
 };
 
 uint32_t RewriteLines(platform::Stream* source, platform::Stream* target, uintptr_t argument,
@@ -107,6 +99,11 @@ uint32_t FileSize(const char* path) {
   return 0;
 }
 
+bool SizeOfOpenFile(const char* path, platform::Stream* file, uint32_t* size) {
+  *size = FileSize(path);
+  return *size > 0 || (file->ReadByte() < 0 && !file->HasError() && file->Seek(0));
+}
+
 uint32_t CopyFileMapped(const char* source, const char* target) {
   return CodeOfSystemError(platform::CopyWholeFile(source, target));
 }
@@ -128,11 +125,12 @@ uint32_t BackUpFile(const char* source, char* backupName) {
 }
 
 uint32_t ModifyFile(const char* path, uintptr_t argument, HvLineCallback lineCallback) {
-  const TemporaryFile temporary("tmpfil");
+  const platform::TemporaryFile temporary(platform::CreateTemporaryFile("tmpfil"));
   if (!temporary.Exists()) return HV_CONNECTION_FAILED;
   const std::unique_ptr<platform::Stream> source = platform::OpenStream(path, "r");
   if (source == nullptr) return HV_CANNOT_OPEN;
-  const std::unique_ptr<platform::Stream> target = platform::OpenStream(temporary.Name(), "w");
+  const std::unique_ptr<platform::Stream> target =
+      platform::OpenStream(temporary.Name().c_str(), "w");
   if (target == nullptr) return HV_CANNOT_OPEN;
 
   const uint32_t code = RewriteLines(source.get(), target.get(), argument, lineCallback);
@@ -140,7 +138,7 @@ uint32_t ModifyFile(const char* path, uintptr_t argument, HvLineCallback lineCal
   const bool targetClosed = target->Close();
   if (code != HV_OK) return code;
   if (!sourceClosed || !targetClosed) return HV_CANNOT_CLOSE;
-  return CopyFileMapped(temporary.Name(), path);
+  return CopyFileMapped(temporary.Name().c_str(), path);
 }
 
 uint32_t ChecksumFile(const char* path, int32_t openHandle, uint16_t skipWord, uint16_t* sum) {
@@ -154,6 +152,7 @@ uint32_t ChecksumFile(const char* path, int32_t openHandle, uint16_t skipWord, u
     if (openHandle == 0) return HV_BAD_ARGUMENT;
     record.handle = openHandle;
   }
+  const std::unique_ptr<LowFileRecord, LowFileCloser> closer(openHere ? &record : nullptr);
   *sum = FileWordChecksum(skipWord, &record);
   if (openHere) LowFileClose(&record);
   return record.error;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "api/hvapi.h"
+#include "platform/stream.h"
 
 namespace hv {
 
@@ -10,6 +11,10 @@ bool FileExists(const char* path);
 
 // The size of the first file that matches path; 0 when there is none.
 uint32_t FileSize(const char* path);
+
+// The size of a file that is open, and at its start, as `file`. False when the system does not tell
+// it: a file that holds something never passes for an empty one.
+bool SizeOfOpenFile(const char* path, platform::Stream* file, uint32_t* size);
 
 uint32_t CopyFileMapped(const char* source, const char* target);
 

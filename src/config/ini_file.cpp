@@ -6,6 +6,7 @@
 
 #include "api/file_beside.h"
 #include "platform/stream.h"
+#include "platform/temporary_file.h"
 #include "support/file_modes.h"
 #include "support/fixed_text.h"
 
@@ -98,10 +99,12 @@ bool RewriteInPlace(const IniFile& file) {
 }
 
 bool Rewrite(const IniFile& file) {
-  FileBeside beside(file.path);
+  platform::TemporaryFile beside(platform::CreateFileBeside(file.path));
   if (!beside.Exists()) return RewriteInPlace(file);
-  if (!WriteLines(file, beside.Name())) return false;
-  return beside.Replace(file.path) || RewriteInPlace(file);
+  const bool written = WriteLines(file, beside.Name().c_str());
+  if (written && beside.Replace(file.path)) return true;
+  beside.Discard();
+  return written && RewriteInPlace(file);
 }
 
 }  // namespace

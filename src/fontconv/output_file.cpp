@@ -5,6 +5,7 @@
 #include "api/file_beside.h"
 #include "api/hvapi.h"
 #include "platform/stream.h"
+#include "platform/temporary_file.h"
 
 namespace hv {
 namespace {
@@ -29,10 +30,11 @@ uint32_t WriteConvertedText(const std::string& path, std::string_view text) {
 }
 
 void ReplaceFile(const std::string& path, MetricsBytes bytes) {
-  FileBeside beside(path.c_str());
+  platform::TemporaryFile beside(platform::CreateFileBeside(path.c_str()));
+  const bool written = !beside.Exists() || WriteConverted(beside.Name(), bytes) == HV_OK;
   if (beside.Exists()) {
-    if (WriteConverted(beside.Name(), bytes) != HV_OK) return;
-    if (beside.Replace(path.c_str())) return;
+    if (written && beside.Replace(path.c_str())) return;
+    beside.Discard();
   }
   // A device, a file in a directory that takes no new one, or one that another program has open.
   WriteConverted(path, bytes);

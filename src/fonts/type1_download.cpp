@@ -83,6 +83,7 @@ uint32_t DownloadType1(const char* fontPath, Type1Form form, PrinterChannel* cha
   } else {
     while (SendPfbSegment(file.get(), channel)) continue;
     if (channel->status != 0) return channel->status;
+    if (file->HasError()) return HV_READ_FAILED;
   }
   ChannelWriteText(Trailer, channel);
   return channel->status;
@@ -92,8 +93,9 @@ uint32_t DownloadType1Ppds(const char* fontPath, PrinterChannel* channel) {
   const auto block = std::make_unique<uint8_t[]>(PpdsBlock);
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(fontPath, "rb");
   if (file == nullptr) return HV_NOT_FOUND;
+  uint32_t left = 0;
+  if (!SizeOfOpenFile(fontPath, file.get(), &left)) return HV_READ_FAILED;
   if (!SendFontId(FontIdForm::PpdsType1, channel->job->identifier, channel)) return channel->status;
-  uint32_t left = FileSize(fontPath);
   while (left > 0) {
     const std::size_t got = file->Read(block.get(), std::min<std::size_t>(left, PpdsBlock));
     if (got == 0) return HV_READ_FAILED;

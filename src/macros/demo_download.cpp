@@ -144,6 +144,9 @@ uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* jo
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(source, "rb");
   if (file == nullptr || SendsToItself(source, destination, *job)) return HV_CANNOT_OPEN;
 
+  uint32_t size = 0;
+  if (!SizeOfOpenFile(source, file.get(), &size)) return HV_READ_FAILED;
+
   PrinterChannel channel;
   channel.job = job;
   channel.fileMode = FileModeReplace;
@@ -161,9 +164,8 @@ uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* jo
     return begun;
   }
 
-  const Demo demo = {
-      file.get(), FileSize(source), info, NameOf(info, source), TargetDeviceTable[info.target],
-      &channel};
+  const Demo demo = {file.get(), size, info, NameOf(info, source), TargetDeviceTable[info.target],
+                     &channel};
   const uint32_t sent = SendByMethod(demo);
   if (ChannelCloseIfFailed(&channel)) return channel.status;
   const uint32_t ended = EndFramedJob(&channel);

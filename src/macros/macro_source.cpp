@@ -21,8 +21,7 @@ uint32_t OpenMacroSource(const char* path, const char* destination, const HvJobI
   if (source->file == nullptr || SendsToItself(path, destination, job)) return HV_CANNOT_OPEN;
   const bool converts = source->isFiltered && job.emulation == JOB_EMULATION_PCLXL;
   if (converts && (IsPclXlWorkFile(path) || IsPclXlWorkFile(destination))) return HV_CANNOT_OPEN;
-  source->size = FileSize(path);
-  return HV_OK;
+  return SizeOfOpenFile(path, source->file.get(), &source->size) ? HV_OK : HV_READ_FAILED;
 }
 
 uint32_t SendMacroBegin(const MacroSource& source, const HvMacroInfo& info,

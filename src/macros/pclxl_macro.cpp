@@ -51,6 +51,18 @@ uint32_t WriteInput(platform::Stream* source) {
   return channel.Get()->status == 0 && closed ? HV_OK : HV_WRITE_FAILED;
 }
 
+// Removes the work files on every way out. Names as short as theirs take no memory.
+class WorkFilesRemover {
+ public:
+  explicit WorkFilesRemover(const PclXlWorkFiles& files) : files_(files) {}
+  WorkFilesRemover(const WorkFilesRemover&) = delete;
+  WorkFilesRemover& operator=(const WorkFilesRemover&) = delete;
+  ~WorkFilesRemover() { files_.Remove(); }
+
+ private:
+  const PclXlWorkFiles& files_;
+};
+
 uint32_t ConvertAndSend(const PclXlWorkFiles& files, platform::Stream* source,
                         PrinterChannel* channel, const std::string& streamName, bool execute) {
   const uint32_t written = WriteInput(source);
@@ -90,9 +102,8 @@ uint32_t SendPclXlMacro(platform::Stream* source, PrinterChannel* channel,
                         const std::string& streamName, bool execute) {
   const PclXlWorkFiles files;
   if (!source->Seek(0)) return HV_READ_FAILED;
-  const uint32_t result = ConvertAndSend(files, source, channel, streamName, execute);
-  files.Remove();
-  return result;
+  const WorkFilesRemover remover(files);
+  return ConvertAndSend(files, source, channel, streamName, execute);
 }
 
 uint32_t ValidatePclXlMacro(platform::Stream* source, const HvJobInfo& job, HvMacroInfo* info) {

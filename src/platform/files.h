@@ -46,17 +46,18 @@ uint32_t MakeDirectory(const char* path);
 
 // Creates an empty file with a name of its own, which begins with prefix, in the directory that the
 // TMP variable names, or in the root directory when it names none. Returns the name, or the empty
-// text when no file could be made. The caller removes it.
+// text when no file could be made. The caller removes it: see TemporaryFile.
 std::string CreateTemporaryFile(const char* prefix);
 
 // Creates an empty file with a name of its own in the directory of `path` (of what `path` leads to,
 // when it is a link), to be filled and then passed to ReplaceWith. Returns its name, or the empty
-// text when none could be made, also because `path` itself may not be written.
+// text when none could be made, also because `path` itself may not be written. The caller removes
+// it, or lets it replace another: see TemporaryFile.
 std::string CreateFileBeside(const char* path);
 
-// Deletes such a file, or one of CreateTemporaryFile, by the name that was returned. Takes no
-// memory.
-void RemoveCreated(const std::string& name) noexcept;
+// Deletes a file that one of the two made, by its name as it was returned. Takes no memory, so that
+// it can clean up where there is none.
+void DiscardFile(const std::string& name) noexcept;
 
 // Makes the directories of `path` that are missing. The path is relative, with "/" between its
 // parts, and is taken as spelled: another letter case is another name where the system tells them

@@ -16,6 +16,7 @@ struct Plan {
   std::size_t allocated = 0;
 };
 thread_local Plan plan;
+thread_local long liveBlocks = 0;
 
 void* Allocate(std::size_t size) {
   if (plan.active) {
@@ -27,7 +28,14 @@ void* Allocate(std::size_t size) {
     if (plan.untilFailure > 0) --plan.untilFailure;
     plan.allocated += size;
   }
-  return std::calloc(size == 0 ? 1 : size, 1);
+  void* const block = std::calloc(size == 0 ? 1 : size, 1);
+  if (block != nullptr) ++liveBlocks;
+  return block;
+}
+
+void Release(void* block) {
+  if (block != nullptr) --liveBlocks;
+  std::free(block);
 }
 
 }  // namespace
@@ -47,6 +55,10 @@ std::size_t FailingMemory::Allocated() const {
   return plan.allocated;
 }
 
+long LiveBlocks() {
+  return liveBlocks;
+}
+
 }  // namespace hvtest
 
 namespace hv {
@@ -55,7 +67,7 @@ void* AllocateForCaller(std::size_t size) {
   return Allocate(size);
 }
 void ReleaseForCaller(void* block) {
-  std::free(block);
+  Release(block);
 }
 
 }  // namespace hv
@@ -72,8 +84,8 @@ void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
   std::free(block);
 }
 void operator delete(void* block) noexcept {
-  std::free(block);
+  Release(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept {
-  std::free(block);
+  Release(block);
 }

@@ -21,4 +21,7 @@ class FailingMemory {
   std::size_t Allocated() const;
 };
 
+// The blocks that this thread has allocated, less those that it has released.
+long LiveBlocks();
+
 }  // namespace hvtest

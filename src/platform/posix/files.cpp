@@ -22,6 +22,7 @@ namespace hv::platform {
 namespace {
 
 constexpr std::size_t CopyBufferSize = 65536;
+using CopyBuffer = std::unique_ptr<char[]>;
 constexpr mode_t NewFileMode = 0666;
 constexpr mode_t PrivateFileMode = 0600;
 constexpr mode_t NewDirectoryMode = 0777;
@@ -58,8 +59,7 @@ Descriptor CreateUniqueBeside(const std::string& name, std::string* besideName) 
   return CreateUnique(name.substr(0, FileNameStart(name)) + ".hv", NewFileMode, besideName);
 }
 
-SystemError CopyBytes(int from, int to) {
-  const std::unique_ptr<char[]> buffer(new char[CopyBufferSize]);
+SystemError CopyBytes(int from, int to, const CopyBuffer& buffer) {
   for (;;) {
     const ssize_t got = ReadOnce(from, buffer.get(), CopyBufferSize);
     if (got < 0) return ErrorReadFault;
@@ -73,8 +73,8 @@ SystemError CopyBytes(int from, int to) {
 
 // Fills `file`, just created as `name`, from the source; removes it again when that fails.
 SystemError FillNewFile(const Descriptor& source, const struct stat& sourceStatus, Descriptor file,
-                        const std::string& name) {
-  SystemError error = CopyBytes(source.Get(), file.Get());
+                        const std::string& name, const CopyBuffer& buffer) {
+  SystemError error = CopyBytes(source.Get(), file.Get(), buffer);
   const timespec times[2] = {sourceStatus.st_atim, sourceStatus.st_mtim};
   if (error == ErrorNone && futimens(file.Get(), times) != 0) error = LastError();
   if (!file.Close() && error == ErrorNone) error = LastError();
@@ -91,17 +91,21 @@ void TakeOverRights(const std::string& from, const struct stat& rights) {
 
 SystemError RenameOver(const std::string& from, const std::string& to) {
   struct stat old;
-  if (stat(to.c_str(), &old) == 0) TakeOverRights(from, old);
+  if (stat(to.c_str(), &old) == 0) {
+    TakeOverRights(from, old);
+  } else if (errno != ENOENT) {
+    return LastError();
+  }
   return rename(from.c_str(), to.c_str()) == 0 ? ErrorNone : LastError();
 }
 
 SystemError CopyOverFile(const Descriptor& source, const struct stat& sourceStatus,
-                         const std::string& target) {
+                         const std::string& target, const CopyBuffer& buffer) {
   if (faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return LastError();
   std::string besideName;
   Descriptor beside = CreateUniqueBeside(target, &besideName);
   if (!beside.IsOpen()) return LastError();
-  SystemError error = FillNewFile(source, sourceStatus, std::move(beside), besideName);
+  SystemError error = FillNewFile(source, sourceStatus, std::move(beside), besideName, buffer);
   if (error != ErrorNone) return error;
   error = RenameOver(besideName, target);
   if (error != ErrorNone) unlink(besideName.c_str());
@@ -112,7 +116,10 @@ SystemError CopyOverFile(const Descriptor& source, const struct stat& sourceStat
 
 FileKind KindOf(const char* path) {
   struct stat status;
-  if (stat(SystemName(path).c_str(), &status) != 0) return FileKind::None;
+  // Where the disk does not answer, a name counts as taken: a backup must not overwrite another.
+  if (stat(SystemName(path).c_str(), &status) != 0) {
+    return errno == EIO ? FileKind::File : FileKind::None;
+  }
   return S_ISDIR(status.st_mode) ? FileKind::Directory : FileKind::File;
 }
 
@@ -124,6 +131,8 @@ bool NameSameFile(const char* a, const char* b) {
 }
 
 uint32_t CopyWholeFile(const char* source, const char* target) {
+  // Before there is a file that a lack of memory would leave behind.
+  const CopyBuffer buffer(new char[CopyBufferSize]);
   const Descriptor from(open(SystemName(source).c_str(), O_RDONLY | O_CLOEXEC));
   struct stat fromStatus;
   if (!from.IsOpen() || fstat(from.Get(), &fromStatus) != 0) return LastError();
@@ -136,18 +145,18 @@ uint32_t CopyWholeFile(const char* source, const char* target) {
     if (toStatus.st_dev == fromStatus.st_dev && toStatus.st_ino == fromStatus.st_ino) {
       return ErrorNone;
     }
-    if (S_ISREG(toStatus.st_mode)) return CopyOverFile(from, fromStatus, name);
+    if (S_ISREG(toStatus.st_mode)) return CopyOverFile(from, fromStatus, name, buffer);
     // A device or a pipe holds nothing that could be lost.
     Descriptor to(open(name.c_str(), O_WRONLY | O_CLOEXEC));
     if (!to.IsOpen()) return LastError();
-    const SystemError error = CopyBytes(from.Get(), to.Get());
+    const SystemError error = CopyBytes(from.Get(), to.Get(), buffer);
     return to.Close() || error != ErrorNone ? error : LastError();
   }
 
   const mode_t mode = fromStatus.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
   Descriptor to(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
   if (!to.IsOpen()) return LastError();
-  return FillNewFile(from, fromStatus, std::move(to), name);
+  return FillNewFile(from, fromStatus, std::move(to), name, buffer);
 }
 
 uint32_t RemoveFile(const char* path) {
@@ -183,7 +192,7 @@ std::string CreateFileBeside(const char* path) {
   return name;
 }
 
-void RemoveCreated(const std::string& name) noexcept {
+void DiscardFile(const std::string& name) noexcept {
   unlink(name.c_str());
 }
 

@@ -106,11 +106,15 @@ bool HighestNumber(int directory, uint64_t* highest) {
     return false;
   }
   *highest = 0;
+  errno = 0;
   while (const dirent* entry = readdir(open)) {
     *highest = std::max(*highest, NumberOf(entry->d_name));
   }
+  // A list cut short would give out the number of a document that is there.
+  const int reason = errno;
   closedir(open);
-  return true;
+  errno = reason;
+  return reason == 0;
 }
 
 // A value of a ticket line: control characters would end the line early.

@@ -75,6 +75,7 @@ class FileStream final : public Stream {
     // Where an append stream writes is known once the bytes are out.
     if (!FlushWritten()) return -1;
     const int64_t system = lseek(file_.Get(), 0, SEEK_CUR);
+    failed_ = failed_ || system < 0;
     return system < 0 ? -1 : system - static_cast<int64_t>(filled_ - next_);
   }
 
@@ -83,7 +84,9 @@ class FileStream final : public Stream {
     writing_ = false;
     next_ = filled_ = 0;
     atEnd_ = false;
-    return lseek(file_.Get(), position, SEEK_SET) >= 0 && flushed;
+    const bool moved = lseek(file_.Get(), position, SEEK_SET) >= 0;
+    failed_ = failed_ || !moved;
+    return moved && flushed;
   }
 
   bool AtEnd() const override { return atEnd_; }

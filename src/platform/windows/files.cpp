@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "platform/temporary_file.h"
 #include "platform/windows/windows_calls.h"
 #include "support/ascii.h"
 #include "support/path_text.h"
@@ -148,7 +149,8 @@ uint32_t OverwriteInPlace(const char* from, const char* to) {
 uint32_t CopyOverFile(const char* source, const std::string& target) {
   // The system's own copy spares hidden files as it spares those that are read-only.
   if ((AttributesOf(target.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0) return ErrorAccessDenied;
-  const std::string beside = CreateUniqueBeside(target);
+  const TemporaryFile temporary(CreateUniqueBeside(target));
+  const std::string& beside = temporary.Name();
   if (beside.empty()) return GetLastError();
   uint32_t error = CopyToNewFile(source, beside.c_str());
   if (error != ErrorNone) return error;
@@ -162,8 +164,6 @@ uint32_t CopyOverFile(const char* source, const std::string& target) {
   if (error == ErrorAccessDenied || error == ErrorSharingViolation) {
     error = OverwriteInPlace(beside.c_str(), target.c_str());
   }
-  SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
-  DeleteFileA(beside.c_str());
   return error;
 }
 
@@ -261,7 +261,9 @@ std::string CreateFileBeside(const char* path) {
   return CreateUniqueBeside(target);
 }
 
-void RemoveCreated(const std::string& name) noexcept {
+void DiscardFile(const std::string& name) noexcept {
+  // A file that took over the attributes of another may be read-only.
+  SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_NORMAL);
   DeleteFileA(name.c_str());
 }
 

@@ -1,0 +1,74 @@
+// Font conversions of every type.
+
+#include <cstdio>
+
+#include "faults/scenario.h"
+#include "hvapi.h"
+#include "support/font_files.h"
+#include "support/metrics_files.h"
+#include "support/tagged_files.h"
+
+namespace hvtest {
+namespace {
+
+std::function<void(Run&)> Convert(const char* source, const char* destination, int32_t type) {
+  return [=](Run& run) {
+    HvFontInfo info = {};
+    std::snprintf(info.companionPath1, sizeof info.companionPath1, "%s", run.Path("font.tfm"));
+    std::snprintf(info.symbolSet, sizeof info.symbolSet, "8U");
+    run.Expect(
+        HvFonConvert(run.Path(source), run.Path(destination), &info, FONT_COMPANIONS_METRICS, type),
+        HV_OK, HV_NO_MEMORY,
+        {HV_NOT_FOUND, HV_CANNOT_OPEN, HV_WRITE_FAILED, HV_UNUSABLE_FILE, HV_SYSTEM_FAILURE});
+  };
+}
+
+}  // namespace
+
+std::vector<Scenario> ConversionScenarios() {
+  FontMetrics metrics;
+  metrics.face = "Sample Text";
+  metrics.fontName = "Sample-Text";
+  metrics.widths.assign(224, 600);
+  metrics.kerning = {{'A', 'V', -20}};
+  DlfFont dlf;
+  const Files files = {{"font.afm", AfmFile("Sample-Roman")},
+                       {"font.inf", "MSMenuName (Sample)\nVPStyle (N)\n"},
+                       {"font.pfm", PostScriptPfm(metrics)},
+                       {"font.dlf", dlf.Bytes()},
+                       {"font.sfp", PclFont({}, SampleCharacters())},
+                       {"font.tfm", TaggedFile("II", {SampleTaggedFont()})},
+                       {"out.pfm", "before"},
+                       {"out.psm", "before"},
+                       {"out.afm", "before"},
+                       {"out.pbm", "before"}};
+  const struct {
+    const char* name;
+    const char* source;
+    const char* destination;
+    int32_t type;
+  } conversions[] = {
+      {"AFM to PFM", "font.afm", "out.pfm", FONT_CONVERT_AFM_TO_PFM},
+      {"AFM to PFM and PSM", "font.afm", "out.pfm", FONT_CONVERT_AFM_TO_PFM_PSM},
+      {"PFM to AFM", "font.pfm", "out.afm", FONT_CONVERT_PFM_TO_AFM},
+      {"DLF to PBM", "font.dlf", "out.pbm", FONT_CONVERT_DLF_TO_PBM},
+      {"PCL to PFM", "font.sfp", "out.pfm", FONT_CONVERT_PCL_TO_PFM},
+      {"TFM to PFM", "font.sfp", "out.pfm", FONT_CONVERT_TFM_TO_PFM},
+      {"TFM to PFM by header", "font.sfp", "out.pfm", FONT_CONVERT_TFM_TO_PFM_BY_HEADER},
+      {"PCL to PFM, described", "font.sfp", "out.pfm", FONT_CONVERT_PCL_TO_PFM_DESCRIBED},
+  };
+  std::vector<Scenario> scenarios;
+  for (const auto& c : conversions) {
+    // Outputs that cannot be written whole stay as far as they are, and are no failure of two
+    // types.
+    scenarios.push_back({c.name,
+                         "HvFonConvert",
+                         files,
+                         Convert(c.source, c.destination, c.type),
+                         {"out.pfm", "out.psm", "out.afm", "out.pbm", "out.PFM", "out.PSM"},
+                         c.type <= FONT_CONVERT_AFM_TO_PFM_PSM});
+  }
+  return scenarios;
+}
+
+}  // namespace hvtest

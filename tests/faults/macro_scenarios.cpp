@@ -1,0 +1,138 @@
+// Macros and demonstration files.
+
+#include <cstdio>
+
+#include "faults/scenario.h"
+#include "faults/sending_failures.h"
+#include "hvapi.h"
+#include "support/macro_files.h"
+
+namespace hvtest {
+namespace {
+
+constexpr std::initializer_list<int64_t> MacroFailures = {
+    HV_NOT_FOUND,       HV_CANNOT_OPEN,       HV_READ_FAILED,   HV_WRITE_FAILED,
+    HV_PRINTER_REFUSED, HV_CONNECTION_FAILED, HV_UNUSABLE_FILE, HV_BAD_PCLXL};
+
+const std::string PclSource =
+    "\x1B%-12345X@PJL ENTER LANGUAGE = PCL\n\x1B"
+    "E\x1B&l2A" +
+    std::string(3000, 'x') +
+    "\f\x1B"
+    "E\x1B%-12345X";
+
+Files Sources() {
+  return {{"page.pcl", PclSource},
+          {"page.ps", "%!PS\n" + std::string(3000, 'x') + "\nshowpage\n"},
+          {"page.ppds", std::string(3000, 'x')},
+          {"page.xl", OnePagePclXlJob()},
+          {"macro.mac", "\x1B&f5Y\x1B&f0Xmacro\x1B&f1X"}};
+}
+
+// A conversion of PCL XL that fails has one code, whatever it failed for.
+int64_t NoMemoryOf(int32_t emulation, uint32_t code) {
+  return emulation == JOB_EMULATION_PCLXL && code == HV_BAD_PCLXL ? HV_BAD_PCLXL : HV_NO_MEMORY;
+}
+
+struct Source {
+  const char* name;
+  int32_t emulation;
+};
+constexpr Source PageSources[] = {{"page.pcl", JOB_EMULATION_PCL},
+                                  {"page.ps", JOB_EMULATION_POSTSCRIPT},
+                                  {"page.ppds", JOB_EMULATION_PPDS},
+                                  {"page.xl", JOB_EMULATION_PCLXL}};
+
+std::function<void(Run&)> Create(const Source& source, const char* destination) {
+  return [=](Run& run) {
+    const HvJobInfo job = MacroJob(source.emulation);
+    HvMacroInfo info = {};
+    info.flags = MACRO_FLAG_FILTER;
+    std::snprintf(info.name, sizeof info.name, "letter");
+    info.target = STORAGE_DEVICE_RAM;
+    const uint32_t code = HvMacCreate(run.Path(source.name), destination, &job, &info);
+    run.Expect(code, HV_OK, NoMemoryOf(source.emulation, code), MacroFailures);
+  };
+}
+
+std::function<void(Run&)> Download(const Source& source, const char* destination) {
+  return [=](Run& run) {
+    const HvJobInfo job = MacroJob(source.emulation, 5, JOB_FLAG_PJL);
+    HvMacroInfo info = {};
+    info.flags = MACRO_FLAG_FILTER;
+    info.target = STORAGE_DEVICE_FLASH1;
+    const uint32_t validation = source.emulation == JOB_EMULATION_PCLXL ? HV_OK : HV_WRONG_LANGUAGE;
+    const uint32_t code =
+        HvMacDownload(run.Path(source.name), destination, &job, &info, MACRO_STORE, validation);
+    run.Expect(code, HV_OK, NoMemoryOf(source.emulation, code), MacroFailures);
+  };
+}
+
+void Validate(Run& run) {
+  HvJobInfo job = MacroJob(JOB_EMULATION_PCL);
+  HvMacroInfo info = {};
+  if (run.Expect(HvMacValidate(run.Path("macro.mac"), &job, &info), HV_OK, HV_NO_MEMORY,
+                 MacroFailures)) {
+    run.Note(+info.macroId);
+  }
+}
+
+void ValidatePclXl(Run& run) {
+  HvJobInfo job = MacroJob(JOB_EMULATION_PCLXL);
+  HvMacroInfo info = {};
+  info.flags = MACRO_FLAG_FILTER;
+  const uint32_t code = HvMacValidate(run.Path("page.xl"), &job, &info);
+  run.Expect(code, HV_OK, NoMemoryOf(job.emulation, code), MacroFailures);
+}
+
+}  // namespace
+
+std::vector<Scenario> MacroSendingScenarios(const char* destination, const Files& files) {
+  Files before = Sources();
+  before.insert(files.begin(), files.end());
+  const std::vector<std::string> partial = {destination};
+  std::vector<Scenario> scenarios;
+  for (const Source& source : PageSources) {
+    scenarios.push_back(
+        {source.name, "HvMacDownload", before, Download(source, destination), partial});
+  }
+  const auto activate = [destination](Run& run) {
+    const HvJobInfo job = MacroJob(JOB_EMULATION_PCL);
+    run.Expect(HvMacActivate(destination, &job, 1), HV_OK, HV_NO_MEMORY, SendingFailures);
+  };
+  const auto remove = [destination](Run& run) {
+    const HvJobInfo job = MacroJob(JOB_EMULATION_PCL);
+    run.Expect(HvMacDelete(destination, &job), HV_OK, HV_NO_MEMORY, SendingFailures);
+  };
+  // Success, whatever became of the write.
+  scenarios.push_back({"activated", "HvMacActivate", files, activate, partial, true});
+  scenarios.push_back({"deleted", "HvMacDelete", files, remove, partial, true});
+  for (const int32_t method : {DEMO_METHOD_POSTSCRIPT, DEMO_METHOD_PJL_FILE, DEMO_METHOD_ESC_D,
+                               DEMO_METHOD_PJL_DEMO_FILE}) {
+    const auto store = [destination, method](Run& run) {
+      HvJobInfo job = MacroJob(JOB_EMULATION_PCL, 5, JOB_FLAG_PJL);
+      HvDemoInfo info = {};
+      info.method = method;
+      std::snprintf(info.name, sizeof info.name, "demo");
+      info.target = STORAGE_DEVICE_FLASH1;
+      run.Expect(HvDemDownload(run.Path("page.pcl"), destination, &job, &info), HV_OK, HV_NO_MEMORY,
+                 MacroFailures);
+    };
+    scenarios.push_back({"demonstration file", "HvDemDownload", before, store, partial});
+  }
+  return scenarios;
+}
+
+std::vector<Scenario> MacroScenarios() {
+  std::vector<Scenario> scenarios = MacroSendingScenarios("out", {{"out", "before"}});
+  Files files = Sources();
+  files["out"] = "before";
+  for (const Source& source : PageSources) {
+    scenarios.push_back({source.name, "HvMacCreate", files, Create(source, "out"), {"out"}});
+  }
+  scenarios.push_back({"validated", "HvMacValidate", files, Validate});
+  scenarios.push_back({"PCL XL validated", "HvMacValidate", files, ValidatePclXl});
+  return scenarios;
+}
+
+}  // namespace hvtest

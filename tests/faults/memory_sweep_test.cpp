@@ -1,0 +1,57 @@
+// Every export used while memory runs out, and the count of the exports that are.
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "faults/failing_memory.h"
+#include "faults/scenario.h"
+#include "faults/sweep.h"
+#include "support/test_folder.h"
+
+namespace {
+
+using namespace hvtest;
+
+constexpr std::size_t AllExports = 67;
+
+Attempt WithoutMemory(std::size_t failing, bool fromThenOn, const std::function<void()>& use) {
+  const FailingMemory memory(failing, fromThenOn);
+  use();
+  return {memory.Failed(), false};
+}
+
+class MemoryFaults : public testing::TestWithParam<int> {};
+
+TEST_P(MemoryFaults, LeaveNothingBehind) {
+  const Family& family = Families[GetParam()];
+  Report(family.name, "memory", Sweep(family.scenarios(), Seam::Memory, WithoutMemory));
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, MemoryFaults, testing::Range(0, static_cast<int>(std::size(Families))),
+                         [](const auto& test) { return std::string(Families[test.param].name); });
+
+TEST(FaultScenarios, UseEveryExport) {
+  const std::string header = ReadFile(TEST_SOURCE_FOLDER "/src/api/hvapi.h");
+  std::set<std::string> declared;
+  const std::regex declaration("HVAPI_EXPORT[^;(]*HVAPI_CALL\\s+(Hv\\w+)\\(");
+  for (std::sregex_iterator at(header.begin(), header.end(), declaration), end; at != end; ++at) {
+    declared.insert((*at)[1]);
+  }
+  EXPECT_EQ(declared.size(), AllExports);
+
+  std::set<std::string> used;
+  for (const Family& family : Families) {
+    for (const Scenario& scenario : family.scenarios()) {
+      std::istringstream names(scenario.exports);
+      for (std::string name; names >> name;) used.insert(name);
+    }
+  }
+  EXPECT_EQ(used, declared);
+  std::printf("[  faults  ] %zu of %zu exports are used\n", used.size(), declared.size());
+}
+
+}  // namespace
