@@ -4,7 +4,6 @@
 #include <cstring>
 #include <string>
 
-#include "api/file_beside.h"
 #include "platform/stream.h"
 #include "platform/temporary_file.h"
 #include "support/file_modes.h"

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "api/file_beside.h"
 #include "api/hvapi.h"
 #include "platform/stream.h"
 #include "platform/temporary_file.h"
