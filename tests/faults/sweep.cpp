@@ -164,7 +164,7 @@ std::size_t SweepOne(const Scenario& scenario, Seam seam, const Injector& inject
   std::size_t failures = 0;
   stage.Reset(after);
   for (const bool fromThenOn : {false, true}) {
-    for (std::size_t failing = 0; failing < MostFailures; ++failing) {
+    for (std::size_t failing = 0; failing < MostFailures; failing += SweepStep()) {
       SCOPED_TRACE("call " + std::to_string(failing) + (fromThenOn ? " and all after" : ""));
       const Outcome outcome = RunOnce(scenario, stage, seam, inject, failing, fromThenOn);
       if (!outcome.attempt.failed) {
@@ -189,7 +189,7 @@ std::size_t SweepOne(const Scenario& scenario, Seam seam, const Injector& inject
       // More of the same tells nothing new.
       if (FaultCount() > faults + 4) return failures;
     }
-    EXPECT_NE(failures, MostFailures);
+    EXPECT_LT(failures, MostFailures);
   }
   return failures;
 }

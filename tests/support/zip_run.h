@@ -27,7 +27,7 @@ struct ZipRun {
 ZipRun Explode(std::string_view archive, const char* pattern = nullptr,
                HvZipProgress progress = nullptr);
 
-// Every how many-th place a sweep over the bytes of an archive damages: each one here, fewer where
+// Every how many-th place a sweep tries, a byte or a call that fails: each one here, fewer where
 // files are slow to open, as under an emulation.
 std::size_t SweepStep();
 

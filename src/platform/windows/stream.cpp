@@ -112,8 +112,9 @@ std::unique_ptr<Stream> OpenScratchStream() {
   char name[MAX_PATH];
   const DWORD length = GetTempPathA(sizeof folder, folder);
   if (length == 0 || length >= sizeof folder) return nullptr;
-  if (GetTempFileNameA(folder, "hva", 0, name) == 0) return nullptr;
+  // Before there is a file that would stay where memory runs out.
   auto stream = std::make_unique<RuntimeStream>();
+  if (GetTempFileNameA(folder, "hva", 0, name) == 0) return nullptr;
   if (stream->OpenScratch(name)) return stream;
   DeleteFileA(name);
   return nullptr;

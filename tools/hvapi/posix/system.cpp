@@ -22,7 +22,9 @@ struct CupsDestination {
 using Module = std::unique_ptr<void, int (*)(void*)>;
 
 Module Load(const char* name) {
-  return {dlopen(name, RTLD_NOW | RTLD_LOCAL), [](void* module) { return dlclose(module); }};
+  // Libraries that keep what they set up are not unloaded.
+  return {dlopen(name, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE),
+          [](void* module) { return dlclose(module); }};
 }
 
 template <typename Function>
