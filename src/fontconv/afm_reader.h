@@ -1,5 +1,5 @@
 // Adobe Font Metrics files and the INF files beside them, read into Windows code positions.
-// Published source: Adobe Font Metrics File Format Specification, Technical Note 5004.
+// Published source: Adobe Technical Note 5004, which describes the AFM format.
 #pragma once
 
 #include <cstdint>

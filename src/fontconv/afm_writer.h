@@ -1,5 +1,5 @@
-// Printer font metrics as an AFM. Published source: Adobe Font Metrics File Format Specification,
-// Technical Note 5004.
+// Printer font metrics as an AFM. Published source: Adobe Technical Note 5004, which describes the
+// AFM format.
 #pragma once
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Tagged font metrics (TFM), the metrics of scalable PCL fonts: a tagged file in the manner of
-// TIFF with one directory a font. Published source: the tagged font metric specification for PCL 5
-// printers.
+// TIFF with one directory a font. Published source: the description of tagged font metrics for
+// PCL 5 printers.
 #pragma once
 
 #include <array>
