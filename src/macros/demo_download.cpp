@@ -7,16 +7,11 @@
 #include "api/file_operations.h"
 #include "channel/job_framing.h"
 #include "channel/sending.h"
-#include "macros/system_extension.h"
-#include "support/ascii.h"
+#include "macros/print_file.h"
 #include "support/byte_order.h"
-#include "support/fixed_text.h"
-#include "support/path_text.h"
 
 namespace hv {
 namespace {
-
-constexpr std::string_view DemoExtension = ".demo";
 
 // The file is read in hexadecimal from the job itself, which ">" ends.
 constexpr std::string_view PostScriptEnd = ">\nstatusdict begin setfilenameextend end\n";
@@ -39,16 +34,6 @@ struct Demo {
     return std::string("DEVICE=").append(device) + " FILENAME=\"" + FileName() + "\"";
   }
 };
-
-// The name of the record, or that of the file where it is empty.
-std::string NameOf(const HvDemoInfo& info, const char* source) {
-  constexpr std::size_t MostBytes = sizeof info.name - 1;
-  std::string name(FixedText(info.name, MostBytes));
-  if (!name.empty()) return name;
-  name = FileNamePart(source).substr(0, MostBytes);
-  for (char& c : name) c = ToUpper(c);
-  return name;
-}
 
 // After a failed write nothing more is sent: what follows it would make a broken file a whole one.
 void SendUnlessFailed(std::string_view text, PrinterChannel* channel) {
@@ -139,8 +124,8 @@ uint32_t SendByMethod(const Demo& demo) {
 
 uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* job,
                       const HvDemoInfo& info) {
-  if (!FileExists(source)) return HV_NOT_FOUND;
-  if (HasSystemExtension(source)) return HV_UNUSABLE_FILE;
+  const uint32_t checked = CheckPrintFile(source);
+  if (checked != HV_OK) return checked;
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(source, "rb");
   if (file == nullptr || SendsToItself(source, destination, *job)) return HV_CANNOT_OPEN;
 
@@ -164,8 +149,9 @@ uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* jo
     return begun;
   }
 
-  const Demo demo = {file.get(), size, info, NameOf(info, source), TargetDeviceTable[info.target],
-                     &channel};
+  const Demo demo = {
+      file.get(), size, info, StoredName(info.name, source), TargetDeviceTable[info.target],
+      &channel};
   const uint32_t sent = SendByMethod(demo);
   if (ChannelCloseIfFailed(&channel)) return channel.status;
   const uint32_t ended = EndFramedJob(&channel);

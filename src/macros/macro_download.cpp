@@ -5,13 +5,11 @@
 #include "macros/macro_commands.h"
 #include "macros/macro_operations.h"
 #include "macros/macro_source.h"
-#include "support/ascii.h"
-#include "support/path_text.h"
+#include "macros/print_file.h"
 
 namespace hv {
 namespace {
 
-constexpr const char* DemoExtension = ".demo";
 constexpr std::string_view PrintPage = "\xFF\x0C";
 
 struct Download {
@@ -27,15 +25,6 @@ struct Download {
   bool IsDemo() const { return (info.flags & MACRO_FLAG_DEMO) != 0; }
   bool IsStoredInMemory() const { return info.target == STORAGE_DEVICE_RAM; }
 };
-
-// The name of the record, or that of the file where it is empty.
-std::string NameOf(const HvMacroInfo& info, const char* source) {
-  std::string name = MacroName(info);
-  if (!name.empty()) return name;
-  name = FileNamePart(source).substr(0, sizeof info.name - 1);
-  for (char& c : name) c = ToUpper(c);
-  return name;
-}
 
 uint32_t SendBody(const Download& download, bool executeOnce) {
   return SendMacroBody(download.source, {{}, download.name, executeOnce}, download.channel);
@@ -145,7 +134,7 @@ uint32_t DownloadMacro(const char* source, const char* destination, const HvJobI
   const uint32_t begun = BeginFramedJob(destination, &channel);
   if (begun != HV_OK) return begun;
 
-  const Download download = {opened, *info, wraps, NameOf(*info, source), &channel};
+  const Download download = {opened, *info, wraps, StoredName(info->name, source), &channel};
   const bool stores =
       mode != MACRO_PRINT_ONCE && !download.IsPostScript() && !download.IsStoredInMemory();
   if (stores && !download.IsPclXl()) PjlStorageCommand(STORAGE_TARGET_DEVICE, &channel);

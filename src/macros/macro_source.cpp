@@ -6,15 +6,15 @@
 #include "macros/macro_analysis.h"
 #include "macros/macro_commands.h"
 #include "macros/pclxl_macro.h"
-#include "macros/system_extension.h"
+#include "macros/print_file.h"
 #include "support/fixed_text.h"
 
 namespace hv {
 
 uint32_t OpenMacroSource(const char* path, const char* destination, const HvJobInfo& job,
                          HvMacroInfo* info, MacroSource* source) {
-  if (!FileExists(path)) return HV_NOT_FOUND;
-  if (HasSystemExtension(path)) return HV_UNUSABLE_FILE;
+  const uint32_t checked = CheckPrintFile(path);
+  if (checked != HV_OK) return checked;
   source->filterMask = ChooseFilterMask(info);
   source->isFiltered = (info->flags & MACRO_FLAG_FILTER) != 0;
   source->file = platform::OpenStream(path, "rb");

@@ -4,15 +4,14 @@
 
 #include "macros/macro_analysis.h"
 #include "macros/pclxl_macro.h"
-#include "macros/system_extension.h"
-#include "platform/files.h"
+#include "macros/print_file.h"
 #include "platform/stream.h"
 
 namespace hv {
 
 uint32_t ValidateMacro(const char* source, HvJobInfo* job, HvMacroInfo* info) {
-  if (platform::KindOf(source) == platform::FileKind::None) return HV_NOT_FOUND;
-  if (HasSystemExtension(source)) return HV_UNUSABLE_FILE;
+  const uint32_t checked = CheckPrintFile(source);
+  if (checked != HV_OK) return checked;
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(source, "rb");
   if (file == nullptr) return HV_CANNOT_OPEN;
   if (job->emulation != JOB_EMULATION_PCLXL) {
