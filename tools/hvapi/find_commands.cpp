@@ -61,8 +61,7 @@ int Find(const Options& options, const std::vector<std::string>& titles, Search 
     std::vector<std::string> cells;
     for (const auto& member : entry.items()) {
       if (cells.size() == titles.size()) break;
-      const Json& value = member.value();
-      cells.push_back(value.is_string() ? value.get<std::string>() : value.dump());
+      cells.push_back(ValueText(member.value()));
     }
     table.Add(std::move(cells));
   }
@@ -139,12 +138,7 @@ void AddFonts(CLI::App* parent) {
              {"font", FONT_CLASS_DOWNLOADABLE},
              {"afm", FONT_CLASS_AFM}},
             "Class of font");
-  AddChoice(command, "--companions", &options->companions, "MODE",
-            {{"none", FONT_COMPANIONS_NONE},
-             {"metrics", FONT_COMPANIONS_METRICS},
-             {"windows", FONT_COMPANIONS_WINDOWS},
-             {"optional", FONT_COMPANIONS_OPTIONAL}},
-            "Companion files to look for");
+  AddCompanionsOption(command, &options->companions);
   AddQuietOption(command);
   OnRun(command, [options] {
     return Find(

@@ -69,27 +69,6 @@ Json Members(const std::string& path, const FontDescription& font) {
   return members;
 }
 
-std::string ValueText(const Json& value) {
-  if (value.is_boolean()) return value.get<bool>() ? "yes" : "no";
-  return value.is_string() ? value.get<std::string>() : value.dump();
-}
-
-void PrintMembers(const Json& members) {
-  constexpr std::size_t Column = 19;
-  for (const auto& member : members.items()) {
-    std::string title = member.key();
-    title.resize(Column, ' ');
-    if (!member.value().is_array()) {
-      PrintLine(title + ValueText(member.value()));
-      continue;
-    }
-    for (const Json& value : member.value()) {
-      PrintLine(title + ValueText(value));
-      title.assign(Column, ' ');
-    }
-  }
-}
-
 void AddInfo(CLI::App* parent) {
   struct Options {
     std::vector<std::string> files;
@@ -109,14 +88,10 @@ void AddInfo(CLI::App* parent) {
       "\n"
       "    hvapi font info --companions optional *.pfb");
   AddArgument(command, "FILE...", &options->files, "The files");
-  AddChoice(command, "--companions", &options->companions, "MODE",
-            {{"none", FONT_COMPANIONS_NONE},
-             {"metrics", FONT_COMPANIONS_METRICS},
-             {"windows", FONT_COMPANIONS_WINDOWS},
-             {"optional", FONT_COMPANIONS_OPTIONAL}},
-            "Companion files to look for");
+  AddCompanionsOption(command, &options->companions);
   AddJsonOption(command, &options->json);
   OnRun(command, [options] {
+    constexpr std::size_t Column = 19;
     int status = HV_OK;
     Json all = Json::array();
     for (const std::string& file : options->files) {
@@ -128,7 +103,7 @@ void AddInfo(CLI::App* parent) {
       Json members = Members(file, font);
       if (!options->json) {
         if (!all.empty()) PrintLine("");
-        PrintMembers(members);
+        PrintMembers(members, Column);
       }
       all.push_back(std::move(members));
     }

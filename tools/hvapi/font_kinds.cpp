@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "program.h"
+
 namespace hvtool {
 namespace {
 
@@ -38,6 +40,15 @@ std::string FontKindText(const HvFontInfo& info) {
         return kind.fontClass == info.fontClass && kind.fontType == info.fontType;
       });
   return row == std::end(KindTexts) ? "" : row->text;
+}
+
+void AddCompanionsOption(CLI::App* command, int* companions) {
+  AddChoice(command, "--companions", companions, "MODE",
+            {{"none", FONT_COMPANIONS_NONE},
+             {"metrics", FONT_COMPANIONS_METRICS},
+             {"windows", FONT_COMPANIONS_WINDOWS},
+             {"optional", FONT_COMPANIONS_OPTIONAL}},
+            "Companion files to look for");
 }
 
 }  // namespace hvtool

@@ -67,21 +67,6 @@ Json Findings(const std::string& source, const HvJobInfo& job, const HvMacroInfo
   return members;
 }
 
-void PrintFindings(const Json& members) {
-  constexpr std::size_t Column = 15;
-  for (const auto& member : members.items()) {
-    const Json& value = member.value();
-    std::string line = member.key();
-    line.resize(Column, ' ');
-    if (value.is_boolean()) {
-      line += value.get<bool>() ? "yes" : "no";
-    } else {
-      line += value.is_string() ? value.get<std::string>() : value.dump();
-    }
-    PrintLine(line);
-  }
-}
-
 void AddValidate(CLI::App* parent) {
   struct ValidateOptions {
     MacroOptions macro;
@@ -111,11 +96,12 @@ void AddValidate(CLI::App* parent) {
     if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
     const uint32_t code = HvMacValidate(source.c_str(), &job, &info);
     if (code != HV_OK) return Outcome(code, "cannot take " + Quoted(source) + " for a macro");
+    constexpr std::size_t Column = 15;
     const Json members = Findings(source, job, info);
     if (options->json) {
       PrintJson(members);
     } else {
-      PrintFindings(members);
+      PrintMembers(members, Column);
     }
     return int{HV_OK};
   });

@@ -193,6 +193,25 @@ void PrintJson(const Json& value) {
   PrintLine(value.dump(2, ' ', false, Json::error_handler_t::replace));
 }
 
+std::string ValueText(const Json& value) {
+  if (value.is_boolean()) return value.get<bool>() ? "yes" : "no";
+  return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+void PrintMembers(const Json& members, std::size_t column) {
+  for (const auto& member : members.items()) {
+    std::string title = Padded(member.key(), column, false);
+    if (!member.value().is_array()) {
+      PrintLine(title + ValueText(member.value()));
+      continue;
+    }
+    for (const Json& value : member.value()) {
+      PrintLine(title + ValueText(value));
+      title.assign(column, ' ');
+    }
+  }
+}
+
 void Table::Print() const {
   const std::size_t columns = rows_.front().size();
   std::vector<std::size_t> widths(columns, 0);

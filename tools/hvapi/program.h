@@ -115,6 +115,11 @@ void PrintLine(const std::string& text);
 // Bytes that are not UTF-8 become the replacement character.
 void PrintJson(const Json& value);
 
+// A value of JSON as a person reads it: texts without quotes, "yes" and "no".
+std::string ValueText(const Json& value);
+// The members of an object, a line each, with the values in a column; an array takes a line a value.
+void PrintMembers(const Json& members, std::size_t column);
+
 // Columns padded to one width; a column of nothing but numbers is aligned to the right.
 class Table {
  public:

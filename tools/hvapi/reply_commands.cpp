@@ -56,7 +56,7 @@ Json TextOrNull(const char* text) {
 }
 
 std::string Cell(const Json& value) {
-  return value.is_null() ? "-" : value.is_string() ? value.get<std::string>() : value.dump();
+  return value.is_null() ? "-" : ValueText(value);
 }
 
 // ---- Option information

@@ -128,7 +128,7 @@ void Warn(const std::vector<Member>& members) {
   }
 }
 
-void PrintMembers(const Options& options, uint32_t code, const std::vector<Member>& members) {
+void PrintArchive(const Options& options, uint32_t code, const std::vector<Member>& members) {
   Json list = Json::array();
   for (const Member& member : members) {
     Json entry = {{"name", member.name},
@@ -168,7 +168,7 @@ int Unzip(const Options& options) {
   std::error_code missing;
   StartRun(options, fs::is_regular_file(archive, missing) ? archive : archive + ".zip", &run);
   const uint32_t code = Extract(options, archive, &run);
-  if (options.json) PrintMembers(options, code, run.members);
+  if (options.json) PrintArchive(options, code, run.members);
   Warn(run.members);
   if (code == HV_OK && run.members.empty() && !options.pattern.empty()) {
     std::fprintf(stderr, "hvapi: no member of %s matches %s\n", Quoted(options.archive).c_str(),
