@@ -93,6 +93,7 @@ PclXlResult PclXlJobReader::ReadPage() {
   uint64_t operatorOffset = 0;
   PclXlResult result = PclXlOk;
   do {
+    PassPlainOperators();
     operatorOffset = Offset();
     result = Scan();
     if (result != PclXlOk) break;
@@ -112,6 +113,26 @@ PclXlResult PclXlJobReader::ReadPage() {
   if (!pageTaken_) return PclXlWorkFile;
   if (result != PclXlOk || page_ == nullptr) return result;
   return page_->End(operatorOffset - pageOffset) ? PclXlOk : PclXlWorkFile;
+}
+
+// Passes operators that lie whole in the buffer with nothing but scalars, pairs and boxes, which most
+// of a page are. Whatever else there is, and what is wrong, is left to Scan.
+void PclXlJobReader::PassPlainOperators() {
+  constexpr std::size_t Longest = PclXlMaxPlainLength + 2;  // with its attribute
+  const uint8_t* const bytes = buffer_.get();
+  std::size_t at = next_;
+  unsigned values = 0;
+  while (at + Longest <= filled_) {
+    const unsigned length = PclXlPlainLengths[bytes[at]];
+    if (length == 1) {
+      next_ = ++at;
+      values = 0;
+    } else if (length > 1 && bytes[at + length] == PclXlAttribute && ++values < MaxValues) {
+      at += length + 2;
+    } else {
+      break;
+    }
+  }
 }
 
 // Reads values and their attributes up to the next operator.

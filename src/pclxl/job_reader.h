@@ -74,6 +74,7 @@ class PclXlJobReader {
   PclXlResult ReadHeader();
   PclXlResult ReadSession();
   PclXlResult ReadPage();
+  void PassPlainOperators();
   PclXlResult Scan();
   PclXlResult ReadArray(uint8_t tag);
   PclXlResult HandleOperator();

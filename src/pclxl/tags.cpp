@@ -142,7 +142,25 @@ static_assert(std::is_sorted(std::begin(Operators), std::end(Operators),
                                return a.tag < b.tag;
                              }));
 
+constexpr auto PlainLengths = [] {
+  std::array<uint8_t, 256> lengths = {};
+  for (unsigned byte = 0; byte < lengths.size(); ++byte) {
+    const auto tag = static_cast<uint8_t>(byte);
+    const auto kind = static_cast<PclXlClass>(ClassGrid[tag]);
+    const bool stream = tag >= PclXlBeginStream && tag <= PclXlExecStream;
+    const bool pageLevel = Levels[tag] == Level::Page || Levels[tag] == Level::Both;
+    if (kind == PclXlClass::Scalar || kind == PclXlClass::Pair || kind == PclXlClass::Box) {
+      lengths[tag] = static_cast<uint8_t>(1 + PclXlElementSize(tag) * PclXlElementCount(kind));
+    } else if (kind == PclXlClass::Operator && pageLevel && !stream && tag != PclXlEndPage) {
+      lengths[tag] = 1;
+    }
+  }
+  return lengths;
+}();
+
 }  // namespace
+
+const std::array<uint8_t, 256> PclXlPlainLengths = PlainLengths;
 
 PclXlClass PclXlClassOf(uint8_t tag) {
   return static_cast<PclXlClass>(ClassGrid[tag]);

@@ -2,6 +2,7 @@
 // its operators. Published source: the PCL XL Feature Reference.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace hv {
@@ -45,19 +46,24 @@ constexpr uint8_t PclXlData = 0xFA;
 constexpr uint8_t PclXlShortData = 0xFB;
 
 // Bytes of one element of the type of a scalar, array, pair or box: 1, 2 or 4.
-inline unsigned PclXlElementSize(uint8_t tag) {
+constexpr unsigned PclXlElementSize(uint8_t tag) {
   constexpr uint8_t Sizes[8] = {1, 2, 4, 2, 4, 4, 0, 0};
   return Sizes[tag & 7];
 }
 
 // Elements of a scalar, pair or box.
-inline unsigned PclXlElementCount(PclXlClass kind) {
+constexpr unsigned PclXlElementCount(PclXlClass kind) {
   return kind == PclXlClass::Box ? 4 : kind == PclXlClass::Pair ? 2 : 1;
 }
 
 // Whether an operator, embedded data among them, may stand between pages, or on a page.
 bool PclXlIsSessionOperator(uint8_t tag);
 bool PclXlIsPageOperator(uint8_t tag);
+
+// Where a value or an operator may begin on a page: the bytes of a scalar, pair or box, its tag among
+// them; 1 for an operator that the page goes on behind, without data; 0 for every other byte.
+extern const std::array<uint8_t, 256> PclXlPlainLengths;
+constexpr unsigned PclXlMaxPlainLength = 1 + 4 * 4;
 
 // The name of an operator ("BeginPage"), NULL for a byte that is none.
 const char* PclXlOperatorName(uint8_t tag);

@@ -28,7 +28,8 @@ int OpenFlags(StreamAction action, bool update) {
 }
 
 // One buffer serves both directions: while reading it holds raw bytes of the file of which the
-// first `next_` are used up, while writing the `filled_` bytes that still have to go out.
+// first `next_` are used up, while writing the `filled_` bytes that still have to go out. It goes out
+// when it is full, so that a file that is written from its begin is written in whole pages.
 class FileStream final : public Stream {
  public:
   explicit FileStream(Descriptor file) : file_(std::move(file)), buffer_(new uint8_t[BufferSize]) {}
@@ -57,16 +58,24 @@ class FileStream final : public Stream {
   std::size_t Write(const void* bytes, std::size_t count) override {
     if (!BeginWriting()) return 0;
     const uint8_t* from = static_cast<const uint8_t*>(bytes);
-    // What fits in the buffer waits there; a piece that does not goes out together with it.
-    if (count > BufferSize - filled_ && !FlushWritten()) return 0;
-    if (count >= BufferSize) {
-      const std::size_t written = WriteFully(file_.Get(), from, count);
-      failed_ = failed_ || written < count;
-      return written;
+    std::size_t done = 0;
+    while (done < count) {
+      const std::size_t left = count - done;
+      std::size_t part = std::min(left, BufferSize - filled_);
+      if (part == BufferSize) {
+        // Whole buffers go out without lying in one.
+        part = left - left % BufferSize;
+        const std::size_t written = WriteFully(file_.Get(), from + done, part);
+        failed_ = failed_ || written < part;
+        if (written < part) return done + written;
+      } else {
+        std::memcpy(&buffer_[filled_], from + done, part);
+        filled_ += part;
+        if (filled_ == BufferSize && !FlushWritten()) return done;
+      }
+      done += part;
     }
-    if (count > 0) std::memcpy(&buffer_[filled_], from, count);
-    filled_ += count;
-    return count;
+    return done;
   }
 
   bool Flush() override { return FlushWritten(); }
