@@ -163,6 +163,18 @@ void RemoveWithEmptyKey(IniFile* file, IniLine* header, const char* value) {
   }
 }
 
+// Writes an entry into a section that is made where it is missing; `into` says what becomes of one that
+// is there. 0 when a line would be too long.
+template <typename Into>
+uint32_t WriteEntry(IniFile* file, std::string_view section, const ComposedLine& entry, Into into) {
+  const ComposedLine headerText = HeaderLine(section);
+  if (!headerText.Fits() || !entry.Fits()) return 0;
+  file->flags |= INI_DIRTY;
+  IniLine* const header = FindHeader(file, section);
+  if (header == nullptr) return AppendSection(file, headerText.Text(), entry.Text());
+  return into(SectionOf(*file, header), entry.Text());
+}
+
 }  // namespace
 
 const char* IniRead(HvIniHandle* handle, const char* section, const char* key) {
@@ -214,30 +226,22 @@ uint32_t IniRead2(HvIniHandle* handle, const char* section, const char* key,
 uint32_t IniWrite(HvIniHandle* handle, std::string_view section, std::string_view key,
                   std::string_view value) {
   IniFile* const file = FileOf(handle);
-  const ComposedLine headerText = HeaderLine(section);
-  const ComposedLine entry = {key, "=", value};
-  if (!headerText.Fits() || !entry.Fits()) return 0;
-  file->flags |= INI_DIRTY;
-  IniLine* const header = FindHeader(file, section);
-  if (header == nullptr) return AppendSection(file, headerText.Text(), entry.Text());
-  IniSection* const lines = SectionOf(*file, header);
-  IniLine* const line = FindEntry(*lines, key);
-  // An entry behind the first empty line does not count.
-  const bool replaces = line != nullptr && line->inFirstBlock;
-  return replaces ? ReplaceEntry(file, line, entry.Text()) : AddEntry(file, lines, entry.Text());
+  return WriteEntry(
+      file, section, {key, "=", value}, [&](IniSection* lines, std::string_view entry) {
+        IniLine* const line = FindEntry(*lines, key);
+        // An entry behind the first empty line does not count.
+        const bool replaces = line != nullptr && line->inFirstBlock;
+        return replaces ? ReplaceEntry(file, line, entry) : AddEntry(file, lines, entry);
+      });
 }
 
 uint32_t IniWriteAll(HvIniHandle* handle, std::string_view section, std::string_view key,
                      std::string_view value) {
   IniFile* const file = FileOf(handle);
-  const ComposedLine headerText = HeaderLine(section);
-  const ComposedLine entry = {key, "=", value};
-  if (!headerText.Fits() || !entry.Fits()) return 0;
-  file->flags |= INI_DIRTY;
-  IniLine* const header = FindHeader(file, section);
-  if (header == nullptr) return AppendSection(file, headerText.Text(), entry.Text());
-  IniSection* const lines = SectionOf(*file, header);
-  return HoldsValue(*lines, key, value) ? 1 : AddEntry(file, lines, entry.Text());
+  return WriteEntry(file, section, {key, "=", value},
+                    [&](IniSection* lines, std::string_view entry) {
+                      return HoldsValue(*lines, key, value) ? 1 : AddEntry(file, lines, entry);
+                    });
 }
 
 void IniDelete(HvIniHandle* handle, const char* section, const char* key, const char* value) {
