@@ -4,7 +4,6 @@
 // the state of the connection from its first moment on: it holds for a program that dies, too.
 
 #include <errno.h>
-#include <netdb.h>
 #include <poll.h>
 #include <sys/socket.h>
 
@@ -18,6 +17,7 @@
 #include "platform/posix/descriptor.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/error_numbers.h"
+#include "platform/posix/name_lookup.h"
 #include "platform/posix/names.h"
 #include "platform/posix/spool_queues.h"
 #include "support/ascii.h"
@@ -31,23 +31,6 @@ constexpr std::string_view Scheme = "socket://";
 constexpr const char* DefaultPort = "9100";
 // A printer may be out of paper for a while: sending waits this many times as long as connecting.
 constexpr int SendingPatience = 10;
-
-using AddressList = std::unique_ptr<addrinfo, void (*)(addrinfo*)>;
-
-struct SocketAddress {
-  std::string host;
-  std::string port = DefaultPort;
-};
-
-AddressList Resolve(const SocketAddress& address, int family, int flags) {
-  addrinfo hints = {};
-  hints.ai_family = family;
-  hints.ai_socktype = SOCK_STREAM;
-  hints.ai_flags = flags | AI_NUMERICSERV;
-  addrinfo* found = nullptr;
-  if (getaddrinfo(address.host.c_str(), address.port.c_str(), &hints, &found) != 0) found = nullptr;
-  return {found, freeaddrinfo};
-}
 
 bool IsHostName(std::string_view host) {
   for (const char c : host) {
@@ -71,14 +54,14 @@ bool IsPort(std::string_view port) {
 
 // "host", "host:port", "[IPv6]" or "[IPv6]:port"; empty for anything else.
 std::optional<SocketAddress> ParseAddress(std::string_view text) {
-  SocketAddress address;
+  SocketAddress address = {"", DefaultPort};
   std::string_view behindHost;
   if (StartsWith(text, "[")) {
     const std::size_t end = text.find(']');
     if (end == std::string_view::npos) return std::nullopt;
     address.host = text.substr(1, end - 1);
     behindHost = text.substr(end + 1);
-    if (Resolve(address, AF_INET6, AI_NUMERICHOST) == nullptr) return std::nullopt;
+    if (NumericAddresses(address, AF_INET6) == nullptr) return std::nullopt;
   } else {
     const std::size_t end = std::min(text.find(':'), text.size());
     address.host = text.substr(0, end);
@@ -179,12 +162,10 @@ class SocketQueue final : public SpoolPrinter {
 
  private:
   bool Connect() {
-    // The resolver has limits of its own; the time that it takes counts.
     const Deadline connecting(timeout_);
-    const AddressList addresses = Resolve(address_, AF_UNSPEC, 0);
+    const AddressList addresses = FindAddresses(address_, connecting);
     int left = 0;
     for (const addrinfo* a = addresses.get(); a != nullptr; a = a->ai_next) ++left;
-    if (left == 0) errno = EHOSTUNREACH;
     for (const addrinfo* a = addresses.get(); a != nullptr; a = a->ai_next, --left) {
       // An address that does not answer leaves the others their share of the time.
       connection_ = ConnectTo(*a, Deadline(connecting.Left() / left));
