@@ -1,14 +1,10 @@
 // Queues that are directories: the documents that appear in them, and what a failure leaves.
 
 #include <gtest/gtest.h>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <set>
 #include <string>
@@ -19,7 +15,6 @@
 #include "support/fake_nbx.h"
 #include "support/jobs.h"
 #include "support/posix/child.h"
-#include "support/spooler_report.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -214,54 +209,6 @@ TEST_F(SpoolQueues, AreNamedPlainlyOrNotMeant) {
   }
   EXPECT_EQ(Queued(), Names{});
 }
-
-// Ways to make the queue's disk hold no more than 64 KB, in a process of its own.
-bool MountSmallDisk(const std::string& folder) {
-  return unshare(CLONE_NEWNS) == 0 &&
-         mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-         mount("none", folder.c_str(), "tmpfs", 0, "size=64k") == 0;
-}
-bool LimitFileSize(const std::string& /*folder*/) {
-  const rlimit limit = {65536, 65536};
-  return std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && setrlimit(RLIMIT_FSIZE, &limit) == 0;
-}
-
-class FullDisk : public SpoolQueues,
-                 public testing::WithParamInterface<bool (*)(const std::string&)> {};
-
-TEST_P(FullDisk, EndsTheDocumentWithTwoLinesAndLeavesNothing) {
-  const std::string queue = spool_ / "queue";
-  // Text up to its first NUL is shown of the chunk that did not fit.
-  std::string payload;
-  while (payload.size() < 200000)
-    payload += "chunk" + std::string(1, '\0') + std::string(2042, 'x');
-  const std::string source = spool_.Add("source", payload);
-  for (const bool withNul : {true, false}) {
-    if (!withNul) spool_.Add("source", std::string(200000, 'y'));
-    const ChildResult result = hvtest::RunInChild([&]() -> std::string {
-      if (!GetParam()(queue)) return "no such disk";
-      const std::size_t handles = OpenHandleCount();
-      const HvJobInfo job = Job(JOB_FLAG_PJL | JOB_FLAG_ESC_K, 3, "name");
-      const uint32_t code = HvDatSendFile(source.c_str(), "queue", &job, 0);
-      const bool closed = OpenHandleCount() == handles;
-      const bool empty = fs::is_empty(queue);
-      // The queue is as good as before.
-      const HvJobInfo smallJob = Job(0);
-      const uint32_t after = HvDatSendString("$fits", "queue", &smallJob, 0);
-      return std::to_string(code) + (closed ? " closed" : " open") +
-             (empty ? " empty " : " left ") + std::to_string(after) + " " +
-             ReadFile(queue + "/000001.prn");
-    });
-    if (result.answer == "no such disk") GTEST_SKIP() << "a small disk cannot be mounted here";
-    EXPECT_EQ(result.answer, "14 closed empty 0 fits");
-    const std::string shown = withNul ? "chunk" : std::string(2048, 'y');
-    EXPECT_TRUE(hvtest::IsSpoolerReport(result.output, shown, 112));
-    fs::remove_all(queue);
-    fs::create_directory(queue);
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(EachKind, FullDisk, testing::Values(MountSmallDisk, LimitFileSize));
 
 TEST(FileDestination, ThatIsFullSaysSoByItsCodeAlone) {
   const TestFolder folder;

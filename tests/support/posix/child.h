@@ -13,8 +13,8 @@ struct ChildResult {
   bool finished = false;
 };
 
-// Runs the work in a child process, for a minute at most. A child that a signal ended has not
-// finished. Nothing is flushed for it.
+// Runs the work in a child process, for a minute at most. A child that a signal ended, or
+// that leaks where that is seen, has not finished. Nothing is flushed for it.
 ChildResult RunInChild(const std::function<std::string()>& work);
 
 }  // namespace hvtest
