@@ -23,6 +23,10 @@ def rows():
     for size in (5, 50, 500):
         yield Row(f"send a file of {size} MB to a file", "send", f"SendFile/MB:{size}/",
                   "dd, blocks of 2048 bytes", counter="to_dd")
+    for workers, calls in ((4, 250), (4, 32), (64, 1)):
+        yield Row(f"5,000 jobs to 1,000 printers, {workers} workers of {calls} calls", "fleet",
+                  f"Fleet/workers:{workers}/calls:{calls}/bad:0/",
+                  "connect, write, close", counter="to_bare")
     for row, what in ((600, "rows of 600 bytes"), (100, "rows of 100 bytes"), (0, "text")):
         yield Row(f"filter a PCL job of 200 MB, {what}", "filter", f"Filter/MB:200/row:{row}/",
                   "sending it unfiltered", counter="speed", inverse=True)
