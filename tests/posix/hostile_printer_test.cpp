@@ -166,8 +166,8 @@ void SilentNameServer(Stage& stage) {
   name.sin_port = htons(NamePort);
   name.sin_addr.s_addr = htonl(0x7F4D3535);
   const int server = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-  const std::string servers = stage.folder.Add(
-      "servers", "nameserver 127.77.53.53\noptions timeout:2 attempts:1\n");
+  const std::string servers =
+      stage.folder.Add("servers", "nameserver 127.77.53.53\noptions timeout:2 attempts:1\n");
   const std::string order = stage.folder.Add("order", "hosts: files dns\n");
   stage.prepare = [server, name, servers, order] {
     return bind(server, reinterpret_cast<const sockaddr*>(&name), sizeof name) == 0 &&
@@ -349,7 +349,8 @@ const Case Cases[] = {
        stage.TakeAll(connection);
      }),
      HV_PRINTER_REFUSED, TimedOut, Taken::Part, 10, 15},
-    {"PrinterNeverAccepts", [](Stage& stage) {
+    {"PrinterNeverAccepts",
+     [](Stage& stage) {
        stage.printer = [&stage] {
          stage.WaitForEndOfJob();
          const int connection = hvtest::AcceptFrom(stage.listener);
@@ -363,33 +364,66 @@ const Case Cases[] = {
     {"NameServerIsSilent", SilentNameServer, HV_CANNOT_OPEN, 0, Taken::Nothing, 1, 6},
 
     {"DiskIsFull", FullDisk(MountSmallDisk), HV_PRINTER_REFUSED, DiskFull, Taken::Nothing, 0, 5},
-    {"FileSizeIsLimited", FullDisk(LimitFileSize), HV_PRINTER_REFUSED, DiskFull, Taken::Nothing, 0, 5},
+    {"FileSizeIsLimited", FullDisk(LimitFileSize), HV_PRINTER_REFUSED, DiskFull, Taken::Nothing, 0,
+     5},
 
-    {"ServerIsGone", [](Stage& stage) { Server(nullptr)(stage); NobodyListens(stage); },
+    {"ServerIsGone",
+     [](Stage& stage) {
+       Server(nullptr)(stage);
+       NobodyListens(stage);
+     },
      HV_OK, 0, Taken::All, 0, 10},
     {"ServerSaysNothing", Server(nullptr), HV_OK, 0, Taken::All, 1, 10},
     {"ServerAnswersGarbage", Server(AnswerGarbage), HV_OK, 0, Taken::All, 0, 10},
     {"ServerRefusesTheJob", Server(RefuseTheJob), HV_OK, 0, Taken::All, 0, 10, {0x0B, 0x05}},
-    {"ServerBreaksOff", DocumentServer(BreakOff), HV_PRINTER_REFUSED, BrokenPipe, Taken::Part, 0, 10,
+    {"ServerBreaksOff",
+     DocumentServer(BreakOff),
+     HV_PRINTER_REFUSED,
+     BrokenPipe,
+     Taken::Part,
+     0,
+     10,
      {0x0B, 0x05, 0x08}},
-    {"ServerGoesAway", DocumentServer([](Stage& stage, int document) {
+    {"ServerGoesAway",
+     DocumentServer([](Stage& stage, int document) {
        stage.TakeSome(document, 100000);
        NobodyListens(stage);
        BreakOff(stage, document);
      }),
-     HV_PRINTER_REFUSED, BrokenPipe, Taken::Part, 0, 10, {0x0B, 0x05}},
-    {"ServerStopsReading", DocumentServer([](Stage& stage, int document) {
-       stage.TakeSome(document, 100000);
-     }),
-     HV_PRINTER_REFUSED, TimedOut, Taken::Part, 10, 20, {0x0B, 0x05, 0x08}},
-    {"ServerNeverConfirms", DocumentServer(TakeWholeDocument), HV_OK, 0, Taken::All, 1, 10,
+     HV_PRINTER_REFUSED,
+     BrokenPipe,
+     Taken::Part,
+     0,
+     10,
      {0x0B, 0x05}},
-    {"ServerRefusesTheWhole", DocumentServer([](Stage& stage, int document) {
+    {"ServerStopsReading",
+     DocumentServer([](Stage& stage, int document) { stage.TakeSome(document, 100000); }),
+     HV_PRINTER_REFUSED,
+     TimedOut,
+     Taken::Part,
+     10,
+     20,
+     {0x0B, 0x05, 0x08}},
+    {"ServerNeverConfirms",
+     DocumentServer(TakeWholeDocument),
+     HV_OK,
+     0,
+     Taken::All,
+     1,
+     10,
+     {0x0B, 0x05}},
+    {"ServerRefusesTheWhole",
+     DocumentServer([](Stage& stage, int document) {
        TakeWholeDocument(stage, document);
        const std::string refusal = "HTTP/1.1 413 Too Large\r\nContent-Length: 0\r\n\r\n";
        send(document, refusal.data(), refusal.size(), MSG_NOSIGNAL);
      }),
-     HV_OK, 0, Taken::All, 0, 10, {0x0B, 0x05, 0x08}},
+     HV_OK,
+     0,
+     Taken::All,
+     0,
+     10,
+     {0x0B, 0x05, 0x08}},
 };
 
 // What the report shows of any chunk of a job that is to fail: the text up to a NUL, if there is one.

@@ -6,6 +6,7 @@
 // NbxWrite leaves when it is set, FAKE_NBX_FLAGS the flag word of NbxGetPrtInfo, which lies in a
 // file of its own: a library built without that one lacks a function.
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 
@@ -17,7 +18,8 @@ using fakenbx::Log;
 using fakenbx::ResultOf;
 using fakenbx::Variable;
 
-unsigned long writesOfConnection = 0;
+// Of the last connection; those of other threads write meanwhile.
+std::atomic<unsigned long> writesOfConnection{0};
 
 }  // namespace
 
