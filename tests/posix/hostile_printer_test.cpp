@@ -45,7 +45,8 @@ constexpr std::size_t MuchMore = 24U << 20;
 constexpr char FailingByte = '\xA5';
 constexpr std::size_t ChunkSize = 2048;
 
-// Errors in the report of a write that failed.
+// The code of a job whose write failed, and the error that is reported with it.
+constexpr uint32_t Refused = HV_PRINTER_REFUSED;
 constexpr int BrokenPipe = 109;
 constexpr int DiskFull = 112;
 constexpr int TimedOut = 1460;
@@ -68,8 +69,9 @@ struct Stage {
   std::atomic<bool> jobEnded = false;
   std::string received;
   std::optional<bool> reset;    // whether the connection ended by one; unset when nobody looked
-  std::vector<int> operations;  // that a server was asked for
-  std::string document;         // the file or folder in which the job ends instead
+  std::vector<int> operations;  // that a server was asked for, and was to be
+  std::vector<int> expectedOperations;
+  std::string document;  // the file or folder in which the job ends instead
   std::function<bool()> isAsGoodAsBefore = [] { return true; };
 
   void WaitForEndOfJob() const {
@@ -111,8 +113,43 @@ void TakeAll(Stage& stage, int connection) {
   stage.TakeAll(connection);
 }
 
+void TakeSlowly(Stage& stage, int connection) {
+  stage.TakeSome(connection, MuchMore, milliseconds(5));
+  stage.TakeAll(connection);
+}
+
+void CloseEarly(Stage& stage, int connection) {
+  stage.TakeSome(connection, 1000);
+}
+
+void ResetEarly(Stage& stage, int connection) {
+  stage.TakeSome(connection, 1000);
+  hvtest::ResetAtClose(connection);
+}
+
+void ResetBehindTheJob(Stage& stage, int connection) {
+  stage.TakeAll(connection);
+  hvtest::ResetAtClose(connection);
+}
+
+void HalfClose(Stage& stage, int connection) {
+  shutdown(connection, SHUT_WR);
+  stage.TakeAll(connection);
+}
+
+void StayOpen(Stage& stage, int connection) {
+  stage.TakeAll(connection);
+  stage.WaitForEndOfJob();
+}
+
+void StopReading(Stage& stage, int connection) {
+  stage.TakeSome(connection, 100000);
+  stage.WaitForEndOfJob();
+  stage.TakeAll(connection);
+}
+
 // Goes on talking for longer than the job may take to end.
-Behaviour TalkBehindTheJob(milliseconds pause) {
+Behaviour TalkOn(milliseconds pause) {
   return [pause](Stage& stage, int connection) {
     stage.TakeAll(connection);
     while (!stage.jobEnded) {
@@ -130,6 +167,16 @@ void TalkMuchFirst(Stage& stage, int connection) {
     said += static_cast<std::size_t>(sent);
   }
   stage.TakeAll(connection);
+}
+
+// Looks whether somebody connected when the job has ended.
+void NeverAccept(Stage& stage) {
+  stage.printer = [&stage] {
+    stage.WaitForEndOfJob();
+    const int connection = hvtest::AcceptFrom(stage.listener);
+    stage.TakeAll(connection);
+    close(connection);
+  };
 }
 
 void NobodyListens(Stage& stage) {
@@ -236,13 +283,20 @@ void Answer(Stage& stage, const std::string& status, const std::string& attribut
   close(connection);
 }
 
+// The printer's attributes, Create-Job and, at last, Cancel-Job.
+using Operations = std::vector<int>;
+const Operations Begun = {0x0B, 0x05};
+const Operations Cancelled = {0x0B, 0x05, 0x08};
+
 const std::string Success("\0\0", 2);
 const std::string TakesJobs = Bytes("\x04\x22\x00\x19printer-is-accepting-jobs\x00\x01\x01");
 const std::string JobNumber = Bytes("\x02\x21\x00\x06job-id\x00\x04\x00\x00\x12\x34");
 
-// A server of CUPS; a job that it does not begin ends in a file of the queue's name.
-Setup Server(std::function<void(Stage&)> serve) {
-  return [serve = std::move(serve)](Stage& stage) {
+// A server of CUPS that is asked for operations; a job that it does not begin ends in a file of the
+// queue's name.
+Setup Server(std::function<void(Stage&)> serve, Operations operations = {}) {
+  return [serve = std::move(serve), operations = std::move(operations)](Stage& stage) {
+    stage.expectedOperations = operations;
     stage.prepare = hvtest::CupsServer::IsInstalled;
     hvtest::SetVariable("CUPS_SERVER", "127.0.0.1:" + std::to_string(stage.listener.Port()));
     stage.destination = "raw";
@@ -252,8 +306,8 @@ Setup Server(std::function<void(Stage&)> serve) {
 }
 
 // One that begins the job and treats its document as told.
-Setup DocumentServer(Behaviour takeDocument) {
-  return Server([takeDocument = std::move(takeDocument)](Stage& stage) {
+Setup Documents(Behaviour takeDocument, Operations operations) {
+  const auto serve = [takeDocument = std::move(takeDocument)](Stage& stage) {
     Answer(stage, Success, TakesJobs);
     Answer(stage, Success, JobNumber);
     const int document = hvtest::AcceptFrom(stage.listener);
@@ -266,7 +320,8 @@ Setup DocumentServer(Behaviour takeDocument) {
     close(document);
     // Of what came, the bytes of the job.
     std::erase_if(stage.received, [](char byte) { return byte != FailingByte; });
-  });
+  };
+  return Server(serve, std::move(operations));
 }
 
 void AnswerGarbage(Stage& stage) {
@@ -287,12 +342,33 @@ void BreakOff(Stage& stage, int document) {
   stage.TakeSome(document, MuchMore);
 }
 
-void TakeWholeDocument(Stage& stage, int document) {
+void TakeWhole(Stage& stage, int document) {
   while (!stage.received.ends_with("\r\n0\r\n\r\n")) {
     const std::size_t before = stage.received.size();
     stage.TakeSome(document, before + 1);
     if (stage.received.size() == before) return;
   }
+}
+
+void TakeAPart(Stage& stage, int document) {
+  stage.TakeSome(document, 100000);
+}
+
+void GoAway(Stage& stage, int document) {
+  stage.TakeSome(document, 100000);
+  NobodyListens(stage);
+  BreakOff(stage, document);
+}
+
+void RefuseWhole(Stage& stage, int document) {
+  TakeWhole(stage, document);
+  const std::string refusal = "HTTP/1.1 413 Too Large\r\nContent-Length: 0\r\n\r\n";
+  send(document, refusal.data(), refusal.size(), MSG_NOSIGNAL);
+}
+
+void BeGone(Stage& stage) {
+  Server(nullptr)(stage);
+  NobodyListens(stage);
 }
 
 enum class Taken { All, Part, Nothing };
@@ -305,125 +381,42 @@ struct Case {
   Taken taken;    // of the bytes of the job
   int atLeast;    // seconds
   int atMost;
-  std::vector<int> operations = {};
 };
+
+void PrintTo(const Case& c, std::ostream* out) {
+  *out << c.name;
+}
 
 const Case Cases[] = {
     {"PrinterTakesAllAtOnce", Printer(TakeAll), HV_OK, 0, Taken::All, 0, 5},
     {"PrinterAcceptsLate", Printer(TakeAll, milliseconds(1500)), HV_OK, 0, Taken::All, 1, 10},
-    {"PrinterReadsSlowly", Printer([](Stage& stage, int connection) {
-       stage.TakeSome(connection, MuchMore, milliseconds(5));
-       stage.TakeAll(connection);
-     }),
-     HV_OK, 0, Taken::All, 1, 30},
+    {"PrinterReadsSlowly", Printer(TakeSlowly), HV_OK, 0, Taken::All, 1, 30},
     {"PrinterTalksMuchFirst", Printer(TalkMuchFirst), HV_OK, 0, Taken::All, 0, 10},
-    {"PrinterHalfCloses", Printer([](Stage& stage, int connection) {
-       shutdown(connection, SHUT_WR);
-       stage.TakeAll(connection);
-     }),
-     HV_OK, 0, Taken::All, 0, 5},
-    {"PrinterDoesNotClose", Printer([](Stage& stage, int connection) {
-       stage.TakeAll(connection);
-       stage.WaitForEndOfJob();
-     }),
-     HV_OK, 0, Taken::All, 1, 6},
-    {"PrinterTalksOnSlowly", Printer(TalkBehindTheJob(milliseconds(100))), HV_OK, 0, Taken::All, 1,
-     6},
-    {"PrinterTalksOnFast", Printer(TalkBehindTheJob(milliseconds(0))), HV_OK, 0, Taken::All, 1, 6},
-    {"PrinterResetsBehindTheJob", Printer([](Stage& stage, int connection) {
-       stage.TakeAll(connection);
-       hvtest::ResetAtClose(connection);
-     }),
-     HV_OK, 0, Taken::All, 0, 5},
-    {"PrinterClosesEarly",
-     Printer([](Stage& stage, int connection) { stage.TakeSome(connection, 1000); }),
-     HV_PRINTER_REFUSED, BrokenPipe, Taken::Part, 0, 5},
-    {"PrinterResetsInMidJob", Printer([](Stage& stage, int connection) {
-       stage.TakeSome(connection, 1000);
-       hvtest::ResetAtClose(connection);
-     }),
-     HV_PRINTER_REFUSED, BrokenPipe, Taken::Part, 0, 5},
-    {"PrinterStopsReading", Printer([](Stage& stage, int connection) {
-       stage.TakeSome(connection, 100000);
-       stage.WaitForEndOfJob();
-       stage.TakeAll(connection);
-     }),
-     HV_PRINTER_REFUSED, TimedOut, Taken::Part, 10, 15},
-    {"PrinterNeverAccepts",
-     [](Stage& stage) {
-       stage.printer = [&stage] {
-         stage.WaitForEndOfJob();
-         const int connection = hvtest::AcceptFrom(stage.listener);
-         stage.TakeAll(connection);
-         close(connection);
-       };
-     },
-     HV_PRINTER_REFUSED, TimedOut, Taken::Part, 10, 15},
+    {"PrinterHalfCloses", Printer(HalfClose), HV_OK, 0, Taken::All, 0, 5},
+    {"PrinterStaysOpen", Printer(StayOpen), HV_OK, 0, Taken::All, 1, 6},
+    {"PrinterTalksOnSlowly", Printer(TalkOn(milliseconds(100))), HV_OK, 0, Taken::All, 1, 6},
+    {"PrinterTalksOnFast", Printer(TalkOn(milliseconds(0))), HV_OK, 0, Taken::All, 1, 6},
+    {"PrinterResetsBehindTheJob", Printer(ResetBehindTheJob), HV_OK, 0, Taken::All, 0, 5},
+    {"PrinterClosesEarly", Printer(CloseEarly), Refused, BrokenPipe, Taken::Part, 0, 5},
+    {"PrinterResetsInMidJob", Printer(ResetEarly), Refused, BrokenPipe, Taken::Part, 0, 5},
+    {"PrinterStopsReading", Printer(StopReading), Refused, TimedOut, Taken::Part, 10, 15},
+    {"PrinterNeverAccepts", NeverAccept, Refused, TimedOut, Taken::Part, 10, 15},
     {"PrinterHearsNoConnection", HearNoConnection, HV_CANNOT_OPEN, 0, Taken::Nothing, 1, 6},
     {"PrinterIsSwitchedOff", NobodyListens, HV_CANNOT_OPEN, 0, Taken::Nothing, 0, 5},
     {"NameServerIsSilent", SilentNameServer, HV_CANNOT_OPEN, 0, Taken::Nothing, 1, 6},
 
-    {"DiskIsFull", FullDisk(MountSmallDisk), HV_PRINTER_REFUSED, DiskFull, Taken::Nothing, 0, 5},
-    {"FileSizeIsLimited", FullDisk(LimitFileSize), HV_PRINTER_REFUSED, DiskFull, Taken::Nothing, 0,
-     5},
+    {"DiskIsFull", FullDisk(MountSmallDisk), Refused, DiskFull, Taken::Nothing, 0, 5},
+    {"FileSizeIsLimited", FullDisk(LimitFileSize), Refused, DiskFull, Taken::Nothing, 0, 5},
 
-    {"ServerIsGone",
-     [](Stage& stage) {
-       Server(nullptr)(stage);
-       NobodyListens(stage);
-     },
-     HV_OK, 0, Taken::All, 0, 10},
+    {"ServerIsGone", BeGone, HV_OK, 0, Taken::All, 0, 10},
     {"ServerSaysNothing", Server(nullptr), HV_OK, 0, Taken::All, 1, 10},
     {"ServerAnswersGarbage", Server(AnswerGarbage), HV_OK, 0, Taken::All, 0, 10},
-    {"ServerRefusesTheJob", Server(RefuseTheJob), HV_OK, 0, Taken::All, 0, 10, {0x0B, 0x05}},
-    {"ServerBreaksOff",
-     DocumentServer(BreakOff),
-     HV_PRINTER_REFUSED,
-     BrokenPipe,
-     Taken::Part,
-     0,
-     10,
-     {0x0B, 0x05, 0x08}},
-    {"ServerGoesAway",
-     DocumentServer([](Stage& stage, int document) {
-       stage.TakeSome(document, 100000);
-       NobodyListens(stage);
-       BreakOff(stage, document);
-     }),
-     HV_PRINTER_REFUSED,
-     BrokenPipe,
-     Taken::Part,
-     0,
-     10,
-     {0x0B, 0x05}},
-    {"ServerStopsReading",
-     DocumentServer([](Stage& stage, int document) { stage.TakeSome(document, 100000); }),
-     HV_PRINTER_REFUSED,
-     TimedOut,
-     Taken::Part,
-     10,
-     20,
-     {0x0B, 0x05, 0x08}},
-    {"ServerNeverConfirms",
-     DocumentServer(TakeWholeDocument),
-     HV_OK,
-     0,
-     Taken::All,
-     1,
-     10,
-     {0x0B, 0x05}},
-    {"ServerRefusesTheWhole",
-     DocumentServer([](Stage& stage, int document) {
-       TakeWholeDocument(stage, document);
-       const std::string refusal = "HTTP/1.1 413 Too Large\r\nContent-Length: 0\r\n\r\n";
-       send(document, refusal.data(), refusal.size(), MSG_NOSIGNAL);
-     }),
-     HV_OK,
-     0,
-     Taken::All,
-     0,
-     10,
-     {0x0B, 0x05, 0x08}},
+    {"ServerRefusesTheJob", Server(RefuseTheJob, Begun), HV_OK, 0, Taken::All, 0, 10},
+    {"ServerBreaksOff", Documents(BreakOff, Cancelled), Refused, BrokenPipe, Taken::Part, 0, 10},
+    {"ServerGoesAway", Documents(GoAway, Begun), Refused, BrokenPipe, Taken::Part, 0, 10},
+    {"ServerStopsReading", Documents(TakeAPart, Cancelled), Refused, TimedOut, Taken::Part, 10, 20},
+    {"ServerNeverConfirms", Documents(TakeWhole, Begun), HV_OK, 0, Taken::All, 1, 10},
+    {"ServerRefusesTheWhole", Documents(RefuseWhole, Cancelled), HV_OK, 0, Taken::All, 0, 10},
 };
 
 // What the report shows of any chunk of a job that is to fail: the text up to a NUL, if there is one.
@@ -484,7 +477,7 @@ std::string Play(const Case& c) {
   if (stage->reset.value_or(c.taken == Taken::Part) != (c.taken == Taken::Part)) {
     wrong += *stage->reset ? " reset" : " not reset";
   }
-  if (stage->operations != c.operations) {
+  if (stage->operations != stage->expectedOperations) {
     wrong += " operations";
     for (const int operation : stage->operations) wrong += " " + std::to_string(operation);
   }
