@@ -7,6 +7,7 @@
 
 #include "hvapi.h"
 #include "support/font_file.h"
+#include "support/run_memory.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   constexpr std::string_view Divider = "%%INF\n";
@@ -16,9 +17,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   hvfuzz::WriteInput("convert.INF", data + behind, size - behind);
   const std::string afm = hvfuzz::WriteInput("convert.afm", data, divider);
   const std::string output = hvfuzz::WorkFolder() + "/converted.x";
-  const int32_t code =
-      HvFonConvert(afm.c_str(), output.c_str(), nullptr, 0, FONT_CONVERT_AFM_TO_PFM_PSM);
-  if (code == HV_LIMIT_REACHED) return 0;
+  int32_t code = HV_OK;
+  const bool hadMemory = hvfuzz::HadMemory(data, size, [&] {
+    code = HvFonConvert(afm.c_str(), output.c_str(), nullptr, 0, FONT_CONVERT_AFM_TO_PFM_PSM);
+  });
+  if (code == HV_LIMIT_REACHED || (code == HV_NO_MEMORY && !hadMemory)) return 0;
   if (code != HV_OK) std::abort();
   const std::string pfm = hvfuzz::WorkFolder() + "/converted.PFM";
   const std::string back = hvfuzz::WorkFolder() + "/converted.AFM";

@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
       hvfuzz::WriteInput("convert.sfs", reinterpret_cast<const uint8_t*>(font.data()), font.size());
   const std::string metrics = hvfuzz::WriteInput("convert.tfm", data + head, size - head);
   for (const char* const symbolSet : {"8U", "0N"}) {
-    hvfuzz::ConvertTagged(source, metrics, symbolSet);
+    hvfuzz::ConvertTagged(source, metrics, symbolSet, data, size);
   }
   return 0;
 }

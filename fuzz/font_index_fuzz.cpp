@@ -8,6 +8,7 @@
 #include "fonts/font_index.h"
 #include "hvapi.h"
 #include "support/font_file.h"
+#include "support/run_memory.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
@@ -19,7 +20,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   std::filesystem::create_directory(folder);
   hvfuzz::WriteInput("index/GLUE.TXT", data, size);
   uint16_t count = 0;
-  HvFoundResource* const list = HvFonFind(folder.c_str(), &count, FONT_KIND_ANY, 6, 5, 1);
+  HvFoundResource* list = nullptr;
+  hvfuzz::HadMemory(data, size,
+                    [&] { list = HvFonFind(folder.c_str(), &count, FONT_KIND_ANY, 6, 5, 1); });
   uint16_t entries = 0;
   for (const HvFoundResource* entry = list; entry != nullptr; entry = entry->next) ++entries;
   if (entries != count) std::abort();

@@ -7,6 +7,7 @@
 
 #include "api/hvapi.h"
 #include "support/font_file.h"
+#include "support/run_memory.h"
 
 namespace {
 
@@ -14,7 +15,8 @@ void Check(bool condition) {
   if (!condition) std::abort();
 }
 
-void Validate(const std::string& path, int32_t emulation, uint32_t flags) {
+void Validate(const std::string& path, int32_t emulation, uint32_t flags, const uint8_t* data,
+              std::size_t size) {
   HvJobInfo job = {};
   job.emulation = emulation;
   job.identifier = 77;
@@ -22,9 +24,12 @@ void Validate(const std::string& path, int32_t emulation, uint32_t flags) {
   info.flags = flags;
   info.target = STORAGE_DEVICE_DISK1;
   std::strcpy(info.name, "before");
-  const uint32_t code = HvMacValidate(path.c_str(), &job, &info);
+  uint32_t code = HV_OK;
+  const bool hadMemory =
+      hvfuzz::HadMemory(data, size, [&] { code = HvMacValidate(path.c_str(), &job, &info); });
   Check(code == HV_OK || code == HV_BAD_ARGUMENT || code == HV_READ_FAILED ||
-        code == HV_WRONG_LANGUAGE || code == HV_BAD_PCLXL || code == HV_PCLXL_JOB);
+        code == HV_WRONG_LANGUAGE || code == HV_BAD_PCLXL || code == HV_PCLXL_JOB ||
+        (code == HV_NO_MEMORY && !hadMemory));
   Check(std::memchr(info.name, 0, sizeof info.name) != nullptr);
   Check(info.target >= STORAGE_DEVICE_RAM && info.target <= STORAGE_DEVICE_DISK2);
   if (code == HV_OK) return;
@@ -39,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   std::filesystem::current_path(hvfuzz::WorkFolder());
   for (const int32_t emulation : {2, 3, 4, 5, 6}) {
     for (const uint32_t flags : {0, int{MACRO_FLAG_FILTER}, int{MACRO_FLAG_PS_OVERLAY}}) {
-      Validate(path, emulation, flags);
+      Validate(path, emulation, flags, data, size);
     }
   }
   for (const char* file : {"in.str", "temp.str", "out.str"}) Check(!std::filesystem::exists(file));

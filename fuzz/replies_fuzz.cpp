@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "hvapi.h"
+#include "support/run_memory.h"
 
 namespace {
 
@@ -33,11 +34,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   reply.insert(reply.end(), data, data + size);
   reply.shrink_to_fit();
 
-  HvOptionInfo* info = HvParseOptionInfo(reply.data());
+  HvOptionInfo* info = nullptr;
+  hvfuzz::HadMemory(data, size, [&] { info = HvParseOptionInfo(reply.data()); });
   volatile std::size_t read = info == nullptr ? 0 : ReadOptions(*info);
   HvFreeOptionInfo(info);
 
-  HvJobAccount* account = HvParseJobAccountingAlert(reply.data());
+  HvJobAccount* account = nullptr;
+  hvfuzz::HadMemory(data, size, [&] { account = HvParseJobAccountingAlert(reply.data()); });
   if (account != nullptr && account->jobBlock != nullptr) {
     read = read + TextSize(account->jobBlock->j1Item7) + account->jobBlock->j2Item10;
   }

@@ -9,6 +9,7 @@
 #include "support/font_files.h"
 #include "support/metrics_files.h"
 #include "support/pclxl_jobs.h"
+#include "support/reply_builder.h"
 #include "support/tagged_files.h"
 #include "support/zip_builder.h"
 #include "support/zip_encoders.h"
@@ -39,6 +40,23 @@ std::string SomeLines() {
   std::string text;
   for (int i = 0; i < 40; ++i) text += "line " + std::to_string(i * i % 23) + "\n";
   return text;
+}
+
+// Replies with options and with an accounting alert, behind their length word.
+void AddReplySeeds(std::vector<Seed>& seeds) {
+  using hvtest::Container;
+  using hvtest::Integer;
+  using hvtest::Text;
+  const auto entry = Container(9, {Integer(1, "\x07"), Integer(5, "\x01\x02"), Text(6, "A4")});
+  const auto values = Container(3, {Container(7, {Integer(1, "\x01\x02\x03\x04")})});
+  const auto group = Container(2, {Text(1, "tray"), Text(2, "Paper source"), values});
+  const auto options = Container(1, {Container(1, {entry, entry}), Container(3, {group, group})});
+  const auto job = Container(2, {Container(1, {Integer(1, "\x01"), Text(7, "user")}),
+                                 Container(2, {Text(1, "job"), Integer(10, "\x02")})});
+  const auto device = Container(3, {Container(1, {Integer(1, "\x01")}),
+                                    Container(2, {Text(6, "printer"), Integer(7, "\x02")})});
+  seeds.push_back({"replies", "options", hvtest::Reply({options}).substr(2)});
+  seeds.push_back({"replies", "alert", hvtest::Reply({Container(1, {device, job})}).substr(2)});
 }
 
 // What zip_decoder_fuzz takes a method by.
@@ -120,6 +138,7 @@ int main(int argc, char** argv) {
       {"convert_tfm", "motorola", header + hvtest::TaggedFile("MM", {hvtest::SampleTaggedFont()})},
   };
   AddZipSeeds(seeds);
+  AddReplySeeds(seeds);
   for (const Seed& seed : seeds) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / seed.reader;
     std::filesystem::create_directories(folder);

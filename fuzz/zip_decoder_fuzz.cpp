@@ -35,7 +35,7 @@ void Decode(uint8_t choice, hv::MemberInput& input, hv::OutputWindow& window) {
       hv::Inflate(input, window);
       break;
     default:
-      hv::Explode(input, window, (choice % 11 - 6 & 1) != 0, (choice % 11 - 6 & 2) != 0);
+      hv::Explode(input, window, ((choice % 11 - 6) & 1) != 0, ((choice % 11 - 6) & 2) != 0);
   }
 }
 

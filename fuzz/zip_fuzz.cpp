@@ -8,6 +8,7 @@
 
 #include "hvapi.h"
 #include "support/font_file.h"
+#include "support/run_memory.h"
 
 namespace {
 
@@ -33,7 +34,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   for (const HvZipProgress progress : {HvZipProgress{nullptr}, HvZipProgress{CheckReport}}) {
     fs::create_directory(out);
     fs::current_path(out);
-    HvZipExplode(archive.c_str(), progress == nullptr ? nullptr : "*[!x]*", progress);
+    const char* const names = progress == nullptr ? nullptr : "*[!x]*";
+    hvfuzz::HadMemory(data, size, [&] { HvZipExplode(archive.c_str(), names, progress); });
     if (!fs::equivalent(fs::current_path(), out)) std::abort();
     fs::current_path(Start);
     if (EntryCount(hvfuzz::WorkFolder()) != 2 || fs::file_size(archive) != size) std::abort();

@@ -1,13 +1,14 @@
 #include "support/font_conversion.h"
 
+#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
 #include "hvapi.h"
 #include "support/font_file.h"
+#include "support/run_memory.h"
 
 namespace hvfuzz {
 namespace {
@@ -17,8 +18,19 @@ std::string Bytes(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-void CheckAndRemove(const std::string& output, int32_t code) {
+// Converts and looks at what came of it.
+void Convert(const std::string& source, HvFontInfo* info, uint32_t companions, int32_t type,
+             const uint8_t* data, std::size_t size) {
+  const std::string output = WorkFolder() + "/converted.out";
+  int32_t code = HV_OK;
+  const bool hadMemory = HadMemory(data, size, [&] {
+    code = HvFonConvert(source.c_str(), output.c_str(), info, companions, type);
+  });
   const bool isThere = std::filesystem::exists(output);
+  if (!hadMemory && code != HV_OK) {
+    std::filesystem::remove(output);
+    return;
+  }
   if (isThere != (code == HV_OK)) std::abort();
   if (!isThere) return;
   const std::string bytes = Bytes(output);
@@ -27,11 +39,11 @@ void CheckAndRemove(const std::string& output, int32_t code) {
     if (bytes.find("\r\nEndFontMetrics\r\n") == std::string::npos) std::abort();
     return;
   }
-  std::size_t size = 0;
+  std::size_t declared = 0;
   for (std::size_t i = 0; i < 4; ++i) {
-    size |= std::size_t{static_cast<uint8_t>(bytes.at(2 + i))} << (8 * i);
+    declared |= std::size_t{static_cast<uint8_t>(bytes.at(2 + i))} << (8 * i);
   }
-  if (size != bytes.size()) std::abort();
+  if (declared != bytes.size()) std::abort();
 }
 
 }  // namespace
@@ -39,23 +51,16 @@ void CheckAndRemove(const std::string& output, int32_t code) {
 void ConvertFont(const char* extension, const uint8_t* data, std::size_t size,
                  std::initializer_list<int32_t> types) {
   const std::string source = WriteInput(std::string("convert.") + extension, data, size);
-  const std::string output = WorkFolder() + "/converted.out";
-  HvFontInfo info;
-  HvFonQueryInfo(source.c_str(), &info, 0, 0);
-  for (const int32_t type : types) {
-    CheckAndRemove(output, HvFonConvert(source.c_str(), output.c_str(), nullptr, 0, type));
-  }
+  for (const int32_t type : types) Convert(source, nullptr, 0, type, data, size);
 }
 
-void ConvertTagged(const std::string& source, const std::string& metrics, const char* symbolSet) {
-  const std::string output = WorkFolder() + "/converted.out";
+void ConvertTagged(const std::string& source, const std::string& metrics, const char* symbolSet,
+                   const uint8_t* data, std::size_t size) {
   HvFontInfo info = {};
-  std::strncpy(info.companionPath1, metrics.c_str(), sizeof info.companionPath1);
-  std::strncpy(info.symbolSet, symbolSet, sizeof info.symbolSet);
+  std::snprintf(info.companionPath1, sizeof info.companionPath1, "%s", metrics.c_str());
+  std::snprintf(info.symbolSet, sizeof info.symbolSet, "%s", symbolSet);
   for (const int32_t type : {FONT_CONVERT_TFM_TO_PFM, FONT_CONVERT_TFM_TO_PFM_BY_HEADER}) {
-    const int32_t code =
-        HvFonConvert(source.c_str(), output.c_str(), &info, FONT_COMPANIONS_METRICS, type);
-    CheckAndRemove(output, code);
+    Convert(source, &info, FONT_COMPANIONS_METRICS, type, data, size);
   }
 }
 

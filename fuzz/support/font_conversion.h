@@ -13,7 +13,9 @@ namespace hvfuzz {
 void ConvertFont(const char* extension, const uint8_t* data, std::size_t size,
                  std::initializer_list<int32_t> types);
 
-// The same for a source that is there, with tagged metrics for its companion.
-void ConvertTagged(const std::string& source, const std::string& metrics, const char* symbolSet);
+// The same for a source that is there and was made of the bytes, with tagged metrics for its
+// companion.
+void ConvertTagged(const std::string& source, const std::string& metrics, const char* symbolSet,
+                   const uint8_t* data, std::size_t size);
 
 }  // namespace hvfuzz

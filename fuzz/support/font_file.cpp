@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "hvapi.h"
+#include "support/run_memory.h"
 
 namespace hvfuzz {
 namespace {
@@ -69,10 +70,12 @@ std::string WriteInput(const std::string& name, const uint8_t* data, std::size_t
 void DescribeFont(const char* extension, const uint8_t* data, std::size_t size) {
   const std::string path = WriteInput(std::string("font.") + extension, data, size);
   for (const uint32_t mode : {0U, 2U, 4U, 5U}) {
-    HvFontInfo info;
-    const uint32_t code = HvFonQueryInfo(path.c_str(), &info, mode, 1);
+    HvFontInfo info = {};
+    uint32_t code = HV_OK;
+    const bool hadMemory =
+        HadMemory(data, size, [&] { code = HvFonQueryInfo(path.c_str(), &info, mode, 1); });
     Check(code == HV_OK || code == HV_UNUSABLE_FILE || code == HV_NOT_SUPPORTED ||
-          code == HV_LIMIT_REACHED);
+          code == HV_LIMIT_REACHED || (code == HV_NO_MEMORY && !hadMemory));
     CheckEnds(info.name);
     CheckEnds(info.description);
     CheckEnds(info.symbolSet);
@@ -86,6 +89,7 @@ void SendFont(const char* extension, const uint8_t* data, std::size_t size) {
   HvJobInfo job = {};
   for (const int32_t emulation : {2, 3, 6}) {
     job.emulation = emulation;
+    const RunMemory memory(data, size);
     HvFonDownload(path.c_str(), out.c_str(), &job, STORAGE_DEVICE_RAM);
   }
 }

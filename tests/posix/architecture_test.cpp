@@ -163,7 +163,7 @@ TEST(Architecture, RoomsCallNoSystem) {
 
 TEST(Architecture, NoSourceFellOutOfTheBuild) {
   const std::string commands = hvtest::ReadFile(TEST_BINARY_FOLDER "/compile_commands.json");
-  std::vector<const char*> folders = {"src", "tests", "tools"};
+  std::vector<const char*> folders = {"src", "tests", "tools", "fuzz"};
   // Not every preset has benchmarks.
   if (commands.find("/bench/") != std::string::npos) folders.push_back("bench");
   for (const char* const folder : folders) {

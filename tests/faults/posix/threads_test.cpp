@@ -96,7 +96,8 @@ TEST(Threads, DoNotDisturbEachOther) {
     threads.emplace_back([&, number] {
       // One round side by side with the others, one at a distance from them.
       for (int round = 0; round < Rounds; ++round) {
-        const std::size_t first = static_cast<std::size_t>(round) * number * scenarios.size() / ThreadCount;
+        const std::size_t first =
+            static_cast<std::size_t>(round) * number * scenarios.size() / ThreadCount;
         for (std::size_t i = 0; i < scenarios.size(); ++i) {
           const std::size_t k = (first + i) % scenarios.size();
           EXPECT_EQ(Play(scenarios[k]), alone[k]) << scenarios[k].name;
