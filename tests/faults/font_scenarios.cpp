@@ -80,12 +80,15 @@ void FindFontsWithProgress(Run& run) {
 void FindMacros(Run& run) {
   uint16_t count = 0;
   HvFoundResource* const list = HvMacFind(run.Path(""), &count, JOB_EMULATION_PCL, 0, 1);
+  // Without memory there is no part of a list; what cannot be read is passed over.
+  run.Expect(count, 2, 0, {0, 1});
   NoteFound(run, list, count);
 }
 
 void FindDemos(Run& run) {
   uint16_t count = 0;
   HvFoundResource* const list = HvDemFind(run.Path(""), &count, 0, 1);
+  run.Expect(count, 7, 0, {0, 1, 2, 3, 4, 5, 6});
   NoteFound(run, list, count);
 }
 
@@ -139,9 +142,10 @@ std::vector<Scenario> FontScenarios() {
                        {},
                        true});  // faces are listed as far as they can be read
   Files folder = {
-      {"one.sfp", PclFont({}, SampleCharacters())},   {"sub/two.sfp", PclFont({}, {})},
-      {"sub/GLUE.TXT", "[Cartridge]\n{ three.bit\n"}, {"GLUE.TXT", "[Cartridge]\n{ one.sfp\n"},
-      {"macro.mac", "\x1B&f5Y\x1B&f0Xmacro\x1B&f1X"}, {"other.ps", "%!PS\nshowpage\n"}};
+      {"one.sfp", PclFont({}, SampleCharacters())},     {"sub/two.sfp", PclFont({}, {})},
+      {"sub/GLUE.TXT", "[Cartridge]\n{ three.bit\n"},   {"GLUE.TXT", "[Cartridge]\n{ one.sfp\n"},
+      {"macro.mac", "\x1B&f5Y\x1B&f0Xmacro\x1B&f1X"},   {"other.ps", "%!PS\nshowpage\n"},
+      {"sub/next.mac", "\x1B&f6Y\x1B&f0Xmacro\x1B&f1X"}};
   scenarios.push_back({"fonts found", "HvFonFind HvFonFindFree", folder, FindFonts, {}, true});
   scenarios.push_back(
       {"fonts found with progress", "HvFonFind2", folder, FindFontsWithProgress, {}, true});

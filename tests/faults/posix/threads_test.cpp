@@ -22,7 +22,7 @@ using namespace hvtest;
 
 // As many as there are slots for record files.
 constexpr std::size_t ThreadCount = 4;
-constexpr int Rounds = 2;
+constexpr std::size_t Rounds = 4;
 
 // What a scenario gives in a folder of its own: the course of its results, in which the folder has
 // no name.
@@ -94,10 +94,9 @@ TEST(Threads, DoNotDisturbEachOther) {
   std::vector<std::thread> threads;
   for (std::size_t number = 0; number < ThreadCount; ++number) {
     threads.emplace_back([&, number] {
-      // One round side by side with the others, one at a distance from them.
-      for (int round = 0; round < Rounds; ++round) {
-        const std::size_t first =
-            static_cast<std::size_t>(round) * number * scenarios.size() / ThreadCount;
+      // One round side by side with the others, the rest at a distance from them.
+      for (std::size_t round = 0; round < Rounds; ++round) {
+        const std::size_t first = round * number * scenarios.size() / ThreadCount;
         for (std::size_t i = 0; i < scenarios.size(); ++i) {
           const std::size_t k = (first + i) % scenarios.size();
           EXPECT_EQ(Play(scenarios[k]), alone[k]) << scenarios[k].name;
