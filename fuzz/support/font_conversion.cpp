@@ -51,6 +51,9 @@ void Convert(const std::string& source, HvFontInfo* info, uint32_t companions, i
 void ConvertFont(const char* extension, const uint8_t* data, std::size_t size,
                  std::initializer_list<int32_t> types) {
   const std::string source = WriteInput(std::string("convert.") + extension, data, size);
+  // The layout of a soft font's characters is that of the font described last.
+  HvFontInfo described;
+  HvFonQueryInfo(source.c_str(), &described, FONT_COMPANIONS_NONE, 0);
   for (const int32_t type : types) Convert(source, nullptr, 0, type, data, size);
 }
 
