@@ -1,5 +1,5 @@
-# What is installed, and the packages made of it: the header, the library with what CMake and
-# pkg-config need to find it, the program, its manual page and the completion of the shells.
+# What is installed, and the packages made of it: the headers, the library with what CMake and
+# pkg-config need to find it, the program, the manual pages and the completion of the shells.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -12,6 +12,7 @@ install(TARGETS HvApiW32 EXPORT HvApiTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(FILES ${CMAKE_SOURCE_DIR}/src/api/hvapi.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/src/api/hvapi DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(EXPORT HvApiTargets NAMESPACE HvApi:: DESTINATION ${HVAPI_CMAKE_DIR})
 file(WRITE ${CMAKE_BINARY_DIR}/HvApiConfig.cmake
   "include(\"\${CMAKE_CURRENT_LIST_DIR}/HvApiTargets.cmake\")\n")
@@ -41,8 +42,16 @@ if(NOT CMAKE_CROSSCOMPILING)
     COMMAND hvapi completion fish > ${pages}/hvapi.fish
     DEPENDS hvapi
     VERBATIM)
-  add_custom_target(hvapi_pages ALL DEPENDS ${pages}/hvapi.1)
+  file(GLOB headers CONFIGURE_DEPENDS src/api/hvapi/*.h)
+  add_custom_command(
+    OUTPUT ${pages}/hvapi.3
+    COMMAND ${CMAKE_COMMAND} -D API=${CMAKE_SOURCE_DIR}/src/api -D VERSION=${PROJECT_VERSION}
+      -D PAGE=${pages}/hvapi.3 -P ${CMAKE_CURRENT_LIST_DIR}/api_page.cmake
+    DEPENDS src/api/hvapi.h ${headers} ${CMAKE_CURRENT_LIST_DIR}/api_page.cmake
+    VERBATIM)
+  add_custom_target(hvapi_pages ALL DEPENDS ${pages}/hvapi.1 ${pages}/hvapi.3)
   install(FILES ${pages}/hvapi.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES ${pages}/hvapi.3 DESTINATION ${CMAKE_INSTALL_MANDIR}/man3)
   install(FILES ${pages}/hvapi DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
   install(FILES ${pages}/_hvapi DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
   install(FILES ${pages}/hvapi.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)

@@ -1,11 +1,16 @@
-# Writes a module definition file that exports each function that a header declares with
+# Writes a module definition file that exports each function that the headers of a folder declare with
 # HVAPI_EXPORT, by its stdcall name: the bytes of its arguments, 4 each, stand behind "@". The
 # linker refuses a name whose function takes another number of bytes, and --kill-at takes the
 # decoration off in the export table.
 #
-# Usage: cmake -D HEADER=... -D DEFINITIONS=... -P exports.cmake
+# Usage: cmake -D HEADERS=FOLDER -D DEFINITIONS=... -P exports.cmake
 
-file(READ ${HEADER} text)
+file(GLOB headers ${HEADERS}/*.h)
+set(text "")
+foreach(header IN LISTS headers)
+  file(READ ${header} part)
+  string(APPEND text "${part}")
+endforeach()
 # A list of CMake must not break at the semicolons.
 string(REPLACE ";" "$" text "${text}")
 string(REGEX MATCHALL "HVAPI_EXPORT [^$]*HVAPI_CALL[ \n]+[A-Za-z0-9_]+\\([^$]*\\)\\$" declarations
@@ -27,7 +32,7 @@ endforeach()
 
 list(LENGTH names count)
 if(count EQUAL 0)
-  message(FATAL_ERROR "${HEADER} declares no export.")
+  message(FATAL_ERROR "${HEADERS} declares no export.")
 endif()
 list(JOIN names "\n" lines)
 file(WRITE ${DEFINITIONS} "EXPORTS\n${lines}\n")

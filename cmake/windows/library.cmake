@@ -2,12 +2,13 @@
 
 enable_language(RC)
 
+file(GLOB headers CONFIGURE_DEPENDS src/api/hvapi/*.h)
 set(definitions ${CMAKE_BINARY_DIR}/HvApiW32.def)
 add_custom_command(
   OUTPUT ${definitions}
-  COMMAND ${CMAKE_COMMAND} -D HEADER=${CMAKE_SOURCE_DIR}/src/api/hvapi.h
+  COMMAND ${CMAKE_COMMAND} -D HEADERS=${CMAKE_SOURCE_DIR}/src/api/hvapi
     -D DEFINITIONS=${definitions} -P ${CMAKE_CURRENT_LIST_DIR}/exports.cmake
-  DEPENDS src/api/hvapi.h ${CMAKE_CURRENT_LIST_DIR}/exports.cmake
+  DEPENDS ${headers} ${CMAKE_CURRENT_LIST_DIR}/exports.cmake
   VERBATIM)
 
 target_sources(HvApiW32 PRIVATE ${definitions} src/platform/windows/version.rc)

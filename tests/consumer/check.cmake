@@ -58,8 +58,9 @@ expect("absolute directories" "${flags}" "-I/opt/hv/include -L/opt/hv/lib -lHvAp
 run(ignored ${CMAKE_COMMAND} -E chdir ${WORK} cpack --config ${BUILD}/CPackConfig.cmake -G DEB)
 file(GLOB package ${WORK}/*.deb)
 run(listing dpkg-deb --contents ${package})
-foreach(file bin/hvapi include/hvapi.h lib/libHvApiW32.so lib/cmake/HvApi/HvApiConfig.cmake
-    lib/pkgconfig/hvapi.pc share/man/man1/hvapi.1 share/bash-completion/completions/hvapi
+foreach(file bin/hvapi include/hvapi.h include/hvapi/zip.h lib/libHvApiW32.so lib/cmake/HvApi/HvApiConfig.cmake
+    lib/pkgconfig/hvapi.pc share/man/man1/hvapi.1 share/man/man3/hvapi.3
+    share/bash-completion/completions/hvapi
     share/zsh/vendor-completions/_hvapi share/fish/vendor_completions.d/hvapi.fish)
   if(NOT listing MATCHES "\\./usr/${file}\n|\\./usr/${file}$")
     message(FATAL_ERROR "${package} lacks usr/${file}:\n${listing}")

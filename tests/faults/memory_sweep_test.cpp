@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -10,7 +9,7 @@
 #include "faults/failing_memory.h"
 #include "faults/scenario.h"
 #include "faults/sweep.h"
-#include "support/test_folder.h"
+#include "support/public_header.h"
 
 namespace {
 
@@ -35,12 +34,7 @@ INSTANTIATE_TEST_SUITE_P(Of, MemoryFaults, testing::Range(0, static_cast<int>(st
                          [](const auto& test) { return std::string(Families[test.param].name); });
 
 TEST(FaultScenarios, UseEveryExport) {
-  const std::string header = ReadFile(TEST_SOURCE_FOLDER "/src/api/hvapi.h");
-  std::set<std::string> declared;
-  const std::regex declaration("HVAPI_EXPORT[^;(]*HVAPI_CALL\\s+(Hv\\w+)\\(");
-  for (std::sregex_iterator at(header.begin(), header.end(), declaration), end; at != end; ++at) {
-    declared.insert((*at)[1]);
-  }
+  const std::set<std::string> declared = hvtest::DeclaredFunctions(TEST_SOURCE_FOLDER);
   EXPECT_EQ(declared.size(), AllExports);
 
   std::set<std::string> used;

@@ -53,7 +53,9 @@ std::vector<Source> ReadSources(const fs::path& root) {
     for (std::string line; std::getline(lines, line);) {
       if (line.rfind("#if", 0) == 0) source.hasConditions = true;
       if (line.rfind("#include ", 0) != 0) continue;
-      const std::string included = line.substr(10, line.find_last_of("\">") - 10);
+      std::string included = line.substr(10, line.find_last_of("\">") - 10);
+      // The chief header names its families as they lie beside it, wherever it is installed.
+      if (included.rfind("hvapi/", 0) == 0) included.insert(0, "api/");
       (line[9] == '"' ? source.includes : source.systemIncludes).push_back(included);
     }
     sources.push_back(source);

@@ -3,19 +3,25 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstdlib>
+#include <set>
+#include <sstream>
 #include <string>
 
+#include "support/public_header.h"
 #include "support/run_program.h"
 #include "support/test_folder.h"
 
 namespace {
 
 using hvtest::ProgramRun;
+using hvtest::ReadFile;
 using hvtest::RunProgram;
 using hvtest::TestFolder;
 
 const std::string Hvapi = TEST_BINARY_FOLDER "/hvapi";
+const std::string Pages = TEST_BINARY_FOLDER "/pages";
 
 bool IsInstalled(const std::string& program) {
   return std::system(("command -v " + program + " >/dev/null").c_str()) == 0;
@@ -65,12 +71,25 @@ TEST(Manual, IsAPageWithoutFaults) {
   const ProgramRun page = RunProgram(Hvapi, {"manual"});
   EXPECT_EQ(page.output.rfind(".TH HVAPI 1 ", 0), 0U);
   EXPECT_NE(page.output.find("\n.SS \"hvapi storage format "), std::string::npos);
+  EXPECT_EQ(page.output, ReadFile(Pages + "/hvapi.1"));
   if (!IsInstalled("groff")) GTEST_SKIP() << "groff is not installed";
-  const TestFolder folder;
-  const ProgramRun run =
-      RunProgram("groff", {"-man", "-ww", "-z", folder.Add("page", page.output)});
-  EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.errors, "");
+  for (const std::string name : {"/hvapi.1", "/hvapi.3"}) {
+    const ProgramRun run = RunProgram("groff", {"-man", "-ww", "-z", Pages + name});
+    EXPECT_EQ(run.status, 0) << name;
+    EXPECT_EQ(run.errors, "") << name;
+  }
+}
+
+TEST(Manual, HasAWordOnEachFunction) {
+  std::istringstream lines(ReadFile(Pages + "/hvapi.3"));
+  std::set<std::string> described;
+  for (std::string line, word; std::getline(lines, line);) {
+    if (line.rfind(".B Hv", 0) != 0) continue;
+    std::getline(lines, word);
+    EXPECT_TRUE(std::isupper(word.front()) != 0 && word.back() == '.') << line << "\n" << word;
+    described.insert(line.substr(3));
+  }
+  EXPECT_EQ(described, hvtest::DeclaredFunctions(TEST_SOURCE_FOLDER));
 }
 
 TEST(MistypedWords, BringTheNearestCommandToMind) {
