@@ -7,6 +7,7 @@
 #include "families.h"
 #include "job_options.h"
 #include "program.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -23,7 +24,7 @@ constexpr const char* DownloadManual =
     "    none        nothing but the framing of the job\n"
     "\n"
     "The method chooses the language of the framing. Without --store-as the name is that of the "
-    "file, in upper case; 23 characters of a name count.\n"
+    "file, in upper case (STDIN for standard input); 23 characters of a name count.\n"
     "\n"
     "    hvapi demo download tour.ps --method postscript --target flash1 --to lp1 --pjl\n"
     "    hvapi demo download tour.pcl --method demofile --target disk1 --store-as Tour --to lp1 "
@@ -43,20 +44,23 @@ int Download(const DemoOptions& options) {
   HvDemoInfo info = {};
   info.flags = options.headerFlag ? uint32_t{DEMO_FLAG_ESC_D} : 0U;
   info.method = options.method;
-  options.name.copy(info.name, sizeof info.name - 1);
+  const SourceFile file(options.file);
+  if (file.Status() != HV_OK) return file.Status();
+  const std::string name = file.IsInput() && options.name.empty() ? NameOfInput : options.name;
+  name.copy(info.name, sizeof info.name - 1);
   info.headerByte = options.headerByte;
   info.target = static_cast<uint32_t>(options.target);
   HvJobInfo job = options.job.Record();
   const uint32_t code =
-      HvDemDownload(options.file.c_str(), options.job.destination.c_str(), &job, &info);
-  return JobOutcome(code, options.job, options.file);
+      HvDemDownload(file.Path().c_str(), options.job.destination.c_str(), &job, &info);
+  return JobOutcome(code, options.job, file.Path(), file.Shown());
 }
 
 void AddDownload(CLI::App* parent) {
   const auto options = std::make_shared<DemoOptions>();
   CLI::App* command =
       AddCommand(parent, "download", "store a demonstration file in a printer", DownloadManual);
-  AddArgument(command, "FILE", &options->file, "The print file");
+  AddSourceArgument(command, "FILE", &options->file, "The print file");
   Require(AddChoice(command, "--method", &options->method, "METHOD",
                     {{"postscript", DEMO_METHOD_POSTSCRIPT},
                      {"pjl", DEMO_METHOD_PJL_FILE},

@@ -7,6 +7,7 @@
 
 #include "families.h"
 #include "program.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -74,13 +75,17 @@ void AddChecksum(CLI::App* parent) {
                  "Prints the two's complement of the sum of the file's 16-bit little-endian words. "
                  "A file that holds its own checksum in word N gives that value with --skip-word "
                  "N.");
-  const auto options = AddPathOptions(command, "FILE", "The file");
+  const auto options = std::make_shared<PathOptions>();
+  AddSourceArgument(command, "FILE", &options->path, "The file");
+  AddJsonOption(command, &options->json);
   const auto skipWord = std::make_shared<uint16_t>();
   AddOption(command, "--skip-word", skipWord.get(), "N", "Leave out the N-th word, counted from 1");
   OnRun(command, [options, skipWord] {
+    const SourceFile file(options->path);
+    if (file.Status() != HV_OK) return file.Status();
     uint16_t sum = 0;
-    const uint32_t code = HvFilChecksum(options->path.c_str(), 0, *skipWord, &sum);
-    if (code != HV_OK) return Outcome(code, "cannot read " + Quoted(options->path));
+    const uint32_t code = HvFilChecksum(file.Path().c_str(), 0, *skipWord, &sum);
+    if (code != HV_OK) return Outcome(code, "cannot read " + file.Shown());
     if (options->json) {
       PrintJson({{"file", options->path}, {"checksum", sum}});
     } else {

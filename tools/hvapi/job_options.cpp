@@ -91,6 +91,11 @@ CLI::Option* AddDeviceOption(CLI::App* command, const std::string& name, int* de
 }
 
 int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source) {
+  return JobOutcome(code, job, source, Quoted(source));
+}
+
+int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source,
+               const std::string& shown) {
   const std::string destination = Quoted(job.destination);
   const int status = static_cast<int>(code);
   switch (code) {
@@ -102,7 +107,7 @@ int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source) 
       const bool sourceOpens =
           source.empty() || HvFilChecksum(source.c_str(), 0, 0, &sum) != HV_CANNOT_OPEN;
       return Fail(status, sourceOpens ? "cannot open the destination " + destination
-                                      : "cannot open the file " + Quoted(source));
+                                      : "cannot open the file " + shown);
     }
     case HV_WRITE_FAILED:
       return Fail(status, "cannot write the destination " + destination);
@@ -112,12 +117,12 @@ int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source) 
       return Fail(status, "no connection to " + destination + " by the communication library");
     case HV_BAD_PCLXL: {
       const std::string fault = PclXlFault(source);
-      const std::string what = "cannot convert " + Quoted(source);
+      const std::string what = "cannot convert " + shown;
       return fault.empty() ? Outcome(code, what) : Fail(status, what + ": " + fault);
     }
     default:
       return Outcome(code, source.empty() ? "cannot send to " + destination
-                                          : "cannot send " + Quoted(source) + " to " + destination);
+                                          : "cannot send " + shown + " to " + destination);
   }
 }
 

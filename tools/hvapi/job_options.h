@@ -49,7 +49,10 @@ CLI::Option* AddDeviceOption(CLI::App* command, const std::string& name, int* de
                              const std::string& description);
 
 // Reports the result of a job: HV_OK is passed on, other codes become a sentence that names the
-// destination, or the file or font `source` where that is at fault (empty: there is none).
+// destination, or the file or font `source` where that is at fault (empty: there is none). A source
+// that is not its name to a person is shown as `shown`.
 int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source = "");
+int JobOutcome(uint32_t code, const JobOptions& job, const std::string& source,
+               const std::string& shown);
 
 }  // namespace hvtool

@@ -1,5 +1,6 @@
 // hvapi macro create, validate, download, enable, disable, delete
 
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -7,6 +8,7 @@
 #include "job_options.h"
 #include "macro_options.h"
 #include "program.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -42,9 +44,11 @@ void AddCreate(CLI::App* parent) {
     const HvJobInfo job = options->job.Record();
     HvMacroInfo info;
     if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
+    const SourceFile source(options->macro.source);
+    if (source.Status() != HV_OK) return source.Status();
     const uint32_t code =
-        HvMacCreate(options->macro.source.c_str(), options->job.destination.c_str(), &job, &info);
-    return JobOutcome(code, options->job, options->macro.source);
+        HvMacCreate(source.Path().c_str(), options->job.destination.c_str(), &job, &info);
+    return JobOutcome(code, options->job, source.Path(), source.Shown());
   });
 }
 
@@ -90,14 +94,15 @@ void AddValidate(CLI::App* parent) {
   AddFlag(command, "--overlay", &options->macro.overlay, "Look for a PostScript overlay page");
   AddJsonOption(command, &options->json);
   OnRun(command, [options] {
-    const std::string& source = options->macro.source;
     HvJobInfo job = options->job.Record();
     HvMacroInfo info;
     if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
-    const uint32_t code = HvMacValidate(source.c_str(), &job, &info);
-    if (code != HV_OK) return Outcome(code, "cannot take " + Quoted(source) + " for a macro");
+    const SourceFile source(options->macro.source);
+    if (source.Status() != HV_OK) return source.Status();
+    const uint32_t code = HvMacValidate(source.Path().c_str(), &job, &info);
+    if (code != HV_OK) return Outcome(code, "cannot take " + source.Shown() + " for a macro");
     constexpr std::size_t Column = 15;
-    const Json members = Findings(source, job, info);
+    const Json members = Findings(options->macro.source, job, info);
     if (options->json) {
       PrintJson(members);
     } else {
@@ -158,20 +163,22 @@ void AddDownload(CLI::App* parent) {
   AddPersonalityOption(command, &options->job);
   AddClassOption(command, &options->job);
   OnRun(command, [options] {
-    const std::string& source = options->macro.source;
     HvJobInfo job = options->job.Record();
     HvMacroInfo info;
     if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
+    const SourceFile source(options->macro.source);
+    if (source.Status() != HV_OK) return source.Status();
+    if (source.IsInput() && options->macro.name.empty()) std::strcpy(info.name, NameOfInput);
     const uint32_t mode = options->store ? MACRO_STORE
                           : options->raw ? MACRO_SEND_RAW
                                          : MACRO_PRINT_ONCE;
-    const uint32_t prepared = Prepare(source, mode, &job, &info);
+    const uint32_t prepared = Prepare(source.Path(), mode, &job, &info);
     if (prepared != HV_OK && prepared != HV_WRONG_LANGUAGE) {
-      return Outcome(prepared, "cannot download " + Quoted(source));
+      return Outcome(prepared, "cannot download " + source.Shown());
     }
-    const uint32_t code = HvMacDownload(source.c_str(), options->job.destination.c_str(), &job,
-                                        &info, mode, prepared);
-    return JobOutcome(code, options->job, source);
+    const uint32_t code = HvMacDownload(source.Path().c_str(), options->job.destination.c_str(),
+                                        &job, &info, mode, prepared);
+    return JobOutcome(code, options->job, source.Path(), source.Shown());
   });
 }
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "program.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -83,7 +84,7 @@ bool MacroOptions::Fill(HvMacroInfo* info) const {
 }
 
 void AddSourceOptions(CLI::App* command, MacroOptions* macro) {
-  AddArgument(command, "SOURCE", &macro->source, "The print file or macro");
+  AddSourceArgument(command, "SOURCE", &macro->source, "The print file or macro");
   AddFlag(command, "--filter", &macro->filter,
           "Take the commands of the job out of the source; convert a PCL XL job to a stream");
   CLI::Option* drop = AddOption(command, "--drop", &macro->drop, "LIST",

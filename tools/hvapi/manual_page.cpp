@@ -24,7 +24,7 @@ constexpr EnvironmentRow Environment[] = {
     {"HVAPI_NBXCHAN", "The printers' communication library, for jobs with --nbx."},
     {"HVAPI_TIMEOUT",
      "Seconds that a network printer has to take a connection, and to end one; 30 when unset."},
-    {"TMP", "Where a file that is rewritten line by line grows."},
+    {"TMP", "Where a file that is rewritten line by line grows, and where standard input is kept."},
 };
 
 // Text as troff takes it: backslashes and hyphens are its own, and so is a dot that begins a line.
@@ -108,7 +108,9 @@ std::string ManualPage(const std::vector<CommandRow>& commands) {
   page +=
       ".SH EXIT STATUS\n"
       "The result code of the library, which the error message names; 0 for success, 1 for a wrong "
-      "command line.\n";
+      "command line.\n"
+      ".SH SEE ALSO\n"
+      ".BR hvapi (3)\n";
   return page;
 }
 

@@ -3,12 +3,14 @@
 #include <cstddef>
 #include <cstring>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <span>
 #include <vector>
 
 #include "families.h"
 #include "program.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -35,14 +37,21 @@ struct Reply {
 Reply ReadReply(const std::string& path) {
   constexpr std::size_t LengthWord = 2;
   Reply reply = {HV_OK, std::vector<uint8_t>(LengthWord + 0xFFFF)};
-  std::ifstream file(path, std::ios::binary);
-  if (!file.is_open()) return {Outcome(HV_CANNOT_OPEN, "cannot read " + Quoted(path)), {}};
-  file.read(reinterpret_cast<char*>(reply.bytes.data()),
-            static_cast<std::streamsize>(reply.bytes.size()));
-  const auto count = static_cast<std::size_t>(file.gcount());
+  std::ifstream file;
+  const bool isInput = path == StandardInput;
+  if (isInput) {
+    ReadInputAsBytes();
+  } else {
+    file.open(path, std::ios::binary);
+    if (!file.is_open()) return {Outcome(HV_CANNOT_OPEN, "cannot read " + Quoted(path)), {}};
+  }
+  std::istream& stream = isInput ? std::cin : file;
+  stream.read(reinterpret_cast<char*>(reply.bytes.data()),
+              static_cast<std::streamsize>(reply.bytes.size()));
+  const auto count = static_cast<std::size_t>(stream.gcount());
   const std::size_t length = std::size_t{reply.bytes[0]} * 256 + reply.bytes[1];
   const std::size_t needed = count < LengthWord ? LengthWord : LengthWord + length;
-  if (file.bad()) return {Outcome(HV_READ_FAILED, "cannot read " + Quoted(path)), {}};
+  if (stream.bad()) return {Outcome(HV_READ_FAILED, "cannot read " + Quoted(path)), {}};
   if (count < needed) {
     return {Fail(HV_UNUSABLE_FILE, Quoted(path) + " holds " + std::to_string(count) +
                                        " bytes of a reply of " + std::to_string(needed)),
@@ -208,7 +217,7 @@ void AddShow(CLI::App* group, const std::string& name, const std::string& brief,
              int (*show)(const Options&)) {
   const auto options = std::make_shared<Options>();
   CLI::App* command = AddCommand(group, name, brief, FileManual);
-  AddArgument(command, "FILE", &options->file, "The file that holds the reply");
+  AddSourceArgument(command, "FILE", &options->file, "The file that holds the reply");
   AddJsonOption(command, &options->json);
   OnRun(command, [options, show] { return show(*options); });
 }

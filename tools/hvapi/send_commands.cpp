@@ -6,6 +6,7 @@
 #include "job_options.h"
 #include "program.h"
 #include "progress.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -21,7 +22,11 @@ constexpr const char* SendManual =
     "Three copies on a printer that understands PJL, and the same file to a file:\n"
     "\n"
     "    hvapi send report.pcl --to lp1 --pjl --language pcl --copies 3\n"
-    "    hvapi send report.pcl --to job.prn --pjl --language pcl";
+    "    hvapi send report.pcl --to job.prn --pjl --language pcl\n"
+    "\n"
+    "A page of a program that writes to standard output:\n"
+    "\n"
+    "    gs -q -sDEVICE=ljet4 -o - page.ps | hvapi send - --to lp1 --pjl --language pcl";
 
 constexpr const char* StringManual =
     "Sends a short text, whose first character tells how it is written:\n"
@@ -66,18 +71,20 @@ void AddSend(CLI::App* program) {
   const auto options = std::make_shared<Options>();
   CLI::App* command =
       AddCommand(program, "send", "send a print file to a printer or a file", SendManual);
-  AddArgument(command, "FILE", &options->file, "The file to send");
+  AddSourceArgument(command, "FILE", &options->file, "The file to send");
   AddDataOptions(command, &options->job);
   AddQuietOption(command);
   OnRun(command, [options] {
+    const SourceFile file(options->file);
+    if (file.Status() != HV_OK) return file.Status();
     const JobOptions& job = options->job;
     const HvJobInfo record = job.Record();
     uint32_t code = HV_OK;
     {
-      const FileProgress progress(job.destination, BytesToSend(options->file, job), job.append);
-      code = HvDatSendFile(options->file.c_str(), job.destination.c_str(), &record, job.append);
+      const FileProgress progress(job.destination, BytesToSend(file.Path(), job), job.append);
+      code = HvDatSendFile(file.Path().c_str(), job.destination.c_str(), &record, job.append);
     }
-    return JobOutcome(code, job, options->file);
+    return JobOutcome(code, job, file.Path(), file.Shown());
   });
 }
 

@@ -10,7 +10,7 @@
 #include "families.h"
 #include "program.h"
 #include "show/explainer.h"
-#include "system.h"
+#include "source_file.h"
 
 namespace hvtool {
 namespace {
@@ -92,7 +92,7 @@ int Explain(std::istream* stream, const std::string& name, bool eachRow, bool js
 }
 
 int Show(const std::string& path, bool eachRow, bool json) {
-  if (path == "-") {
+  if (path == StandardInput) {
     ReadInputAsBytes();
     return Explain(&std::cin, "standard input", eachRow, json);
   }
@@ -115,7 +115,7 @@ void AddShowCommands(CLI::App* program) {
   const auto options = std::make_shared<Options>();
   CLI::App* command =
       AddCommand(program, "show", "explain the bytes of a job to a printer", ShowManual);
-  AddArgument(command, "FILE", &options->file, "The file, or - for standard input");
+  AddSourceArgument(command, "FILE", &options->file, "The file");
   AddFlag(command, "--rows", &options->eachRow, "Show each row of a picture by itself");
   AddJsonOption(command, &options->json);
   OnRun(command, [options] { return Show(options->file, options->eachRow, options->json); });

@@ -21,6 +21,23 @@ std::vector<std::string> SystemQueues();
 // Makes standard input give bytes as they are.
 void ReadInputAsBytes();
 
+// An empty temporary file of this program's own, which goes with the object. On POSIX systems it has
+// no name that others see, and so goes with the program as well, whatever ends that.
+class TemporaryFile {
+ public:
+  TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile();
+
+  // The name by which this program opens it; empty when it could not be made.
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+  int descriptor_ = -1;  // what keeps a file without a name
+};
+
 // The file that the running HvApiW32 came from; empty when the system does not tell.
 std::string LibraryPath();
 

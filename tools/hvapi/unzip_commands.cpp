@@ -11,6 +11,7 @@
 #include "families.h"
 #include "program.h"
 #include "progress.h"
+#include "source_file.h"
 #include "zip_listing.h"
 
 namespace hvtool {
@@ -148,12 +149,14 @@ std::string AbsoluteName(const std::string& archive) {
 }
 
 int Unzip(const Options& options) {
-  const std::string what = "cannot extract " + Quoted(options.archive);
-  const std::string withExtension = options.archive + ".zip";
-  if (HvFilExists(options.archive.c_str()) == 0 && HvFilExists(withExtension.c_str()) == 0) {
+  const SourceFile file(options.archive);
+  if (file.Status() != HV_OK) return file.Status();
+  const std::string what = "cannot extract " + file.Shown();
+  std::string archive = file.Path();
+  const std::string withExtension = archive + ".zip";
+  if (HvFilExists(archive.c_str()) == 0 && HvFilExists(withExtension.c_str()) == 0) {
     return Outcome(HV_NOT_FOUND, what);
   }
-  std::string archive = options.archive;
   if (options.directory) {
     archive = AbsoluteName(archive);
     std::error_code error;
@@ -171,7 +174,7 @@ int Unzip(const Options& options) {
   if (options.json) PrintArchive(options, code, run.members);
   Warn(run.members);
   if (code == HV_OK && run.members.empty() && !options.pattern.empty()) {
-    std::fprintf(stderr, "hvapi: no member of %s matches %s\n", Quoted(options.archive).c_str(),
+    std::fprintf(stderr, "hvapi: no member of %s matches %s\n", file.Shown().c_str(),
                  Quoted(options.pattern).c_str());
   }
   return Outcome(code, what);
@@ -183,7 +186,7 @@ void AddUnzipCommands(CLI::App* program) {
   const auto options = std::make_shared<Options>();
   CLI::App* command =
       AddCommand(program, "unzip", "extract the members of a zip archive", UnzipManual);
-  AddArgument(command, "ARCHIVE", &options->archive, "The archive");
+  AddSourceArgument(command, "ARCHIVE", &options->archive, "The archive");
   MakeOptional(AddArgument(command, "PATTERN", &options->pattern,
                            "Which members, all of them "
                            "where this is not given"));

@@ -1,6 +1,7 @@
 #include "system.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <stdlib.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -83,6 +84,21 @@ std::vector<std::string> SystemQueues() {
 }
 
 void ReadInputAsBytes() {}
+
+TemporaryFile::TemporaryFile() {
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+  if (error) return;
+  std::string name = (folder / "hvapiXXXXXX").string();
+  descriptor_ = mkostemp(name.data(), O_CLOEXEC);
+  if (descriptor_ < 0) return;
+  unlink(name.c_str());
+  path_ = "/dev/fd/" + std::to_string(descriptor_);
+}
+
+TemporaryFile::~TemporaryFile() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
 
 std::string LibraryPath() {
   return FileOf(dlsym(RTLD_DEFAULT, "HvGenQueryApiInfo"));

@@ -34,6 +34,18 @@ void ReadInputAsBytes() {
   _setmode(_fileno(stdin), _O_BINARY);
 }
 
+TemporaryFile::TemporaryFile() {
+  char folder[MAX_PATH + 1];
+  char name[MAX_PATH];
+  const DWORD length = GetTempPathA(sizeof folder, folder);
+  if (length == 0 || length >= sizeof folder) return;
+  if (GetTempFileNameA(folder, "hva", 0, name) != 0) path_ = name;
+}
+
+TemporaryFile::~TemporaryFile() {
+  if (!path_.empty()) DeleteFileA(path_.c_str());
+}
+
 std::string LibraryPath() {
   return PathOf(GetModuleHandleA("HvApiW32.dll"));
 }
