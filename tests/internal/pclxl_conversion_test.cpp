@@ -271,24 +271,6 @@ TEST(PclXlConversion, SaysWhereItStopped) {
   }
 }
 
-// Each end and each changed byte gives a result, and the same one in whatever pieces it is read.
-TEST(PclXlConversion, SurvivesDamage) {
-  const std::string job = hvtest::PclXlSampleJob();
-  ASSERT_EQ(Read(job), 0U);
-  for (std::size_t length = 0; length < job.size(); ++length) {
-    const std::string cut = job.substr(0, length);
-    EXPECT_EQ(Read(cut), 1U) << length;
-    EXPECT_EQ(MemoryReader(cut, 1)->Read(), 1) << length;
-  }
-  for (std::size_t at = 0; at < job.size(); ++at) {
-    for (const int value : {0x00, 0x1B, 0x42, 0x5E, 0xC8, 0xF8, 0xFA, 0xFF}) {
-      std::string damaged = job;
-      damaged[at] = static_cast<char>(value);
-      EXPECT_EQ(Read(damaged), MemoryReader(damaged, 7)->Read()) << at << ' ' << value;
-    }
-  }
-}
-
 TEST(PclXlConversion, FailsOverItsWorkFiles) {
   for (const char* taken : {"in.str", "temp.str", "out.str"}) {
     const hvtest::TestFolder folder;

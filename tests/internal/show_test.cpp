@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "show/explainer.h"
-#include "support/font_files.h"
 #include "support/jobs.h"
 #include "support/pclxl_jobs.h"
 
@@ -178,34 +177,6 @@ TEST(Show, ExplainsPclXl) {
                       "ab"),
        {"17 header of PCL XL, low byte first", "1 CloseSubPath", "5 an array that cannot be read"}},
   });
-}
-
-// Every end of each kind of stream, and every byte changed.
-TEST(Show, CoversDamagedStreams) {
-  const std::string streams[] = {
-      Uel +
-          "@PJL ENTER LANGUAGE = PCL\n\x1B"
-          "E\x1B&l0o2A\x1B*b2m3Wabc\x1B*rB\x1B%0BIN;\x1B%0A" +
-          Uel,
-      hvtest::PclFont({}, hvtest::SampleCharacters()).substr(0, 300),
-      hvtest::PclXlSampleJob(),
-      Bytes("\x1B[K\x03\x00\x06\x31\x01\x1B[l\x08\x00\x01\x01\x02Hello\x1B=\x03\x00\x31\x08\x05"),
-      "@PJL QWRITEFILE\nab@PJL END DATA\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS\n%%EOF\nx\n\x04",
-      Bytes("\x1B[D\x00\x05\x01\x00Logo\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x04%!PS"),
-  };
-  for (const std::string& stream : streams) {
-    for (std::size_t length = 0; length <= stream.size(); ++length) {
-      const std::string cut = stream.substr(0, length);
-      EXPECT_TRUE(CoverAll(Pieces(cut), cut)) << ::testing::PrintToString(cut);
-    }
-    for (std::size_t at = 0; at < stream.size(); ++at) {
-      for (const char value : {'\0', '\n', '\x1B', '%', '@', 'W', '\xC8', '\xF8', '\xFF'}) {
-        std::string damaged = stream;
-        damaged[at] = value;
-        EXPECT_TRUE(CoverAll(Pieces(damaged), damaged)) << ::testing::PrintToString(damaged);
-      }
-    }
-  }
 }
 
 // Pieces longer than the buffer, and commands across its edges.

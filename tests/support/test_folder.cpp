@@ -20,10 +20,10 @@ void WriteFile(const fs::path& path, std::string_view bytes) {
   ASSERT_TRUE(file.flush()) << path;
 }
 
-TestFolder::TestFolder() {
+TestFolder::TestFolder(const fs::path& parent) {
   std::random_device random;
   do {
-    path_ = fs::temp_directory_path() / ("hvtest" + std::to_string(random()));
+    path_ = parent / ("hvtest" + std::to_string(random()));
   } while (!fs::create_directory(path_));
 }
 

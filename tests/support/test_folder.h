@@ -17,7 +17,7 @@ void WriteFile(const std::filesystem::path& path, std::string_view bytes);
 // A folder that is removed, with all in it, at the end.
 class TestFolder {
  public:
-  TestFolder();
+  explicit TestFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
   TestFolder(const TestFolder&) = delete;
   TestFolder& operator=(const TestFolder&) = delete;
   ~TestFolder();

@@ -1,0 +1,286 @@
+// Damaged fonts, metrics and font indexes: described, sent, converted and listed, or refused.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "fontconv/pcl_font_stream.h"
+#include "fonts/pfm_header.h"
+#include "fonts/soft_font_descriptor.h"
+#include "hvapi.h"
+#include "support/damage.h"
+#include "support/font_files.h"
+#include "support/jobs.h"
+#include "support/metrics_files.h"
+#include "support/tagged_files.h"
+#include "support/test_folder.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using hvtest::DamagedFormat;
+using hvtest::HighFirst;
+using hvtest::LowFirst;
+using hvtest::NumberFields;
+using hvtest::NumbersOf;
+
+const std::string Times = hvtest::AfmFile("Times");
+const std::string Type1 = hvtest::Type1Head("Times", "StandardEncoding");
+const std::string Inf = "MSMenuName (Times)\nSerif true\nPi false\nVPStyle (T)\n";
+
+// A soft font with two characters and the numbers of its descriptor and its first character.
+struct SoftFont {
+  SoftFont(unsigned format, unsigned size) {
+    hvtest::PclDescriptor descriptor;
+    descriptor.format = format;
+    descriptor.size = size;
+    bytes = hvtest::PclFont(descriptor, hvtest::SampleCharacters());
+    const std::size_t character = bytes.find('W', bytes.find("\x1B(s")) + 1;
+    numbers = NumbersOf(hv::SoftFontDescriptorTable, 6) +
+              NumbersOf(hv::PclCharacterTable, character);
+    if (format == 20) numbers = numbers + HighFirst(6 + 64, {2, 2});
+  }
+  std::string bytes;
+  NumberFields numbers;
+};
+
+std::string Dlf(unsigned format) {
+  hvtest::DlfFont dlf;
+  dlf.format = format;
+  return dlf.Bytes();
+}
+const NumberFields Dlf1Numbers =
+    LowFirst(2, {2}) + HighFirst(6, {1, 1, 2, 1, 1, 4, 16, 4, 1, 3, 24});
+const NumberFields Dlf10Numbers = LowFirst(2, {2}) + HighFirst(6, {1, 1, 2, 6, 4, 24});
+
+std::string Pfm() {
+  hvtest::PfmFile pfm;
+  pfm.italic = 1;
+  pfm.weight = 700;
+  return pfm.Bytes();
+}
+
+hvtest::FontMetrics Metrics() {
+  hvtest::FontMetrics metrics;
+  metrics.face = "Times";
+  metrics.fontName = "Times-Bold";
+  metrics.first = 60;
+  metrics.last = 90;
+  metrics.widths.assign(31, 500);
+  metrics.kerning = {{'A', 'B', -80}};
+  return metrics;
+}
+const NumberFields PfmNumbers = NumbersOf(hv::PfmHeaderTable, 0) +
+                                NumbersOf(hv::PfmExtensionTable, 117) +
+                                NumbersOf(hv::PfmMetricsTable, 147);
+
+// The numbers of the header, of each entry of the directory, and of the two symbol sets, to which
+// the last entry leads.
+NumberFields TaggedNumbers(const std::string& file) {
+  const bool high = file[0] == 'M';
+  const auto numbers = [&](std::size_t at, std::initializer_list<std::size_t> widths) {
+    return high ? HighFirst(at, widths) : LowFirst(at, widths);
+  };
+  NumberFields all = numbers(2, {2, 4, 2});
+  std::size_t at = 10;
+  for (std::size_t i = hvtest::SampleTaggedFont().entries.size() + 1; i > 0; --i, at += 12) {
+    all = all + numbers(at, {2, 2, 4, 4});
+  }
+  const std::size_t low = high ? at - 1 : at - 4;
+  const std::size_t next = high ? at - 2 : at - 3;
+  const std::size_t sets =
+      static_cast<unsigned char>(file[low]) + 256U * static_cast<unsigned char>(file[next]);
+  return all + numbers(at, {4}) + numbers(sets, {4, 4, 4, 2, 4, 4, 4, 2});
+}
+
+template <std::size_t Size>
+bool Ends(const char (&field)[Size]) {
+  return std::memchr(field, 0, Size) != nullptr;
+}
+
+void ReleaseCartridge(HvFontCartridge* cartridge) {
+  if (cartridge == nullptr) return;
+  while (HvFontFace* const face = cartridge->faces) {
+    cartridge->faces = face->next;
+    EXPECT_LE(std::strlen(face->name), 90U);
+    HvMemFree(face->name);
+    HvMemFree(face);
+  }
+  EXPECT_LE(std::strlen(cartridge->title), 79U);
+  HvMemFree(cartridge->title);
+  HvMemFree(cartridge);
+}
+
+// Whatever the file is, every text of the record ends.
+bool IsDescribed(const char* file) {
+  HvFontInfo info;
+  std::memset(&info, 0xAA, sizeof info);
+  const uint32_t code = HvFonQueryInfo(file, &info, FONT_COMPANIONS_METRICS, 1);
+  EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE || code == HV_NOT_SUPPORTED) << code;
+  EXPECT_EQ(+info.fileSize, fs::file_size(file));
+  EXPECT_TRUE(Ends(info.name) && Ends(info.description) && Ends(info.symbolSet) &&
+              Ends(info.companionPath1) && Ends(info.companionPath2));
+  EXPECT_TRUE(code == HV_UNUSABLE_FILE || *info.name != '\0');
+  ReleaseCartridge(info.cartridge);
+  return code != HV_UNUSABLE_FILE;
+}
+
+// What was begun is completed and no longer than the file allows; a refused file reaches no
+// printer. The languages take turns.
+void ExpectWholeJob(const char* file) {
+  const std::string frame = "\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n\x1B%-12345X";
+  static std::size_t turn = 0;
+  const int32_t emulations[] = {JOB_EMULATION_PPDS, JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL,
+                                JOB_EMULATION_PCLXL};
+  const HvJobInfo job = hvtest::Job(JOB_FLAG_PJL, emulations[turn++ % std::size(emulations)]);
+  const uint32_t code = HvFonDownload(file, "out", &job, STORAGE_DEVICE_RAM);
+  const std::string sent = fs::exists("out") ? hvtest::ReadFile("out") : "";
+  if (sent.empty()) {
+    EXPECT_EQ(code, HV_UNUSABLE_FILE);
+  } else {
+    EXPECT_TRUE(code == HV_OK || code == HV_CANNOT_OPEN || code == HV_UNUSABLE_FILE) << code;
+    EXPECT_EQ(sent.substr(sent.size() - frame.size()), frame);
+    EXPECT_LE(sent.size(), 2 * fs::file_size(file) + 300);
+  }
+  fs::remove("out");
+}
+
+TEST(FontDamage, IsDescribedAndSentOrRefused) {
+  struct Sample {
+    const char* name;
+    const char* file;
+    std::string bytes;
+    NumberFields numbers;
+    const char* described = nullptr;  // another file that is read with this one
+  };
+  const SoftFont pcl0(0, 64), pcl9(9, 72), pcl10(10, 80), pcl11(11, 88), pcl15(15, 72),
+      pcl20(20, 68);
+  const std::string pfb = hvtest::PfbFile({{1, Type1}, {2, std::string(40, '\1')}, {1, "0000"}});
+  const Sample samples[] = {
+      {"PCL bitmap", "a.sfp", pcl0.bytes, pcl0.numbers},
+      {"PCL extended", "a.sfp", pcl9.bytes, pcl9.numbers},
+      {"PCL bound", "a.sfs", pcl10.bytes, pcl10.numbers},
+      {"PCL unbound", "a.sfs", pcl11.bytes, pcl11.numbers},
+      {"PCL TrueType", "a.sfs", pcl15.bytes, pcl15.numbers},
+      {"PCL resolution", "a.sfp", pcl20.bytes, pcl20.numbers},
+      {"DLF", "a.dlf", Dlf(1), Dlf1Numbers},
+      {"DLF reference", "a.dlf", Dlf(10), Dlf10Numbers},
+      {"FMF", "a.fmf", hvtest::FmfFile("Courier"), {}},
+      {"PFA", "a.pfa", Type1, {}},
+      {"PFB", "a.pfb", pfb, LowFirst(2, {4}) + LowFirst(Type1.size() + 8, {4, 40, 2, 4})},
+      {"AFM", "a.afm", Times, {}},
+      {"INF", "a.inf", Inf, {}, "a.afm"},
+      {"PFM", "a.pfm", Pfm(), PfmNumbers},
+      {"PSM", "a.psm", hvtest::LaserPrinterPsm(Metrics()), NumbersOf(hv::PfmHeaderTable, 0)},
+      {"PCM", "a.pcm", hvtest::PcmFile("Cartridge", {Pfm(), hvtest::PfmFile().Bytes()}),
+       LowFirst(0, {4, 4, 4, 4}) + NumbersOf(hv::PfmHeaderTable, 96) +
+           NumbersOf(hv::PfmHeaderTable, 396)},
+  };
+  for (const Sample& sample : samples) {
+    const char* const file = sample.described == nullptr ? sample.file : sample.described;
+    const auto read = [file](const std::string& /*damaged*/) {
+      ExpectWholeJob(file);
+      return IsDescribed(file);
+    };
+    hvtest::MeetDamage({sample.name, sample.bytes, sample.numbers, read, "\n(/", sample.file,
+                        {{"a.afm", Times}, {"a.pfb", Times}}});
+  }
+}
+
+bool IsWholeMetricsFile(const std::string& output) {
+  if (output.compare(0, 16, "StartFontMetrics") == 0) {
+    return output.size() > 16 && output.substr(output.size() - 16) == "EndFontMetrics\r\n";
+  }
+  const auto size = static_cast<uint32_t>(output.size());
+  return output.size() > 117 && output.substr(2, 4) == hvtest::Le32(size);
+}
+
+// A file is made whole or not at all.
+bool IsConverted(const char* source, int32_t type) {
+  HvFontInfo info = {};
+  HvFonQueryInfo(source, &info, FONT_COMPANIONS_NONE, 1);
+  std::strcpy(info.companionPath1, "a.tfm");
+  const int32_t code = HvFonConvert(source, "out.x", &info, FONT_COMPANIONS_METRICS, type);
+  EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE) << code;
+  bool made = false;
+  for (const char* const name : {"out.x", "out.PFM", "out.PSM"}) {
+    if (!fs::exists(name)) continue;
+    EXPECT_TRUE(IsWholeMetricsFile(hvtest::ReadFile(name))) << name;
+    made = fs::remove(name);
+  }
+  EXPECT_EQ(made, code == HV_OK);
+  return made;
+}
+
+TEST(FontDamage, IsConvertedWholeOrRefused) {
+  const SoftFont pcl0(0, 64), pcl9(9, 72);
+  const std::string low = hvtest::TaggedFile("II", {hvtest::SampleTaggedFont()});
+  const std::string high = hvtest::TaggedFile("MM", {hvtest::SampleTaggedFont()});
+  const struct {
+    const char* name;
+    const char* file;    // that is damaged
+    const char* source;  // that is converted
+    int32_t type;
+    std::string bytes;
+    NumberFields numbers;
+  } samples[] = {
+      {"AFM to PFM", "a.afm", "a.afm", FONT_CONVERT_AFM_TO_PFM, Times, {}},
+      {"INF to PFM", "a.inf", "a.afm", FONT_CONVERT_AFM_TO_PFM, Inf, {}},
+      {"AFM to PFM and PSM", "a.afm", "a.afm", FONT_CONVERT_AFM_TO_PFM_PSM, Times, {}},
+      {"PFM to AFM", "a.pfm", "a.pfm", FONT_CONVERT_PFM_TO_AFM, hvtest::PostScriptPfm(Metrics()),
+       PfmNumbers},
+      {"DLF to PBM", "a.dlf", "a.dlf", FONT_CONVERT_DLF_TO_PBM, Dlf(1), Dlf1Numbers},
+      {"DLF reference to PBM", "a.dlf", "a.dlf", FONT_CONVERT_DLF_TO_PBM, Dlf(10), Dlf10Numbers},
+      {"PCL to PFM", "a.sfp", "a.sfp", FONT_CONVERT_PCL_TO_PFM, pcl9.bytes, pcl9.numbers},
+      {"PCL to PFM, described", "a.sfp", "a.sfp", FONT_CONVERT_PCL_TO_PFM_DESCRIBED, pcl0.bytes,
+       pcl0.numbers},
+      {"TFM to PFM, low byte first", "a.tfm", "a.sfs", FONT_CONVERT_TFM_TO_PFM, low,
+       TaggedNumbers(low)},
+      {"TFM to PFM, high byte first", "a.tfm", "a.sfs", FONT_CONVERT_TFM_TO_PFM, high,
+       TaggedNumbers(high)},
+      {"TFM to PFM by header", "a.sfs", "a.sfs", FONT_CONVERT_TFM_TO_PFM_BY_HEADER, pcl0.bytes,
+       pcl0.numbers},
+  };
+  for (const auto& sample : samples) {
+    const auto read = [&](const std::string& /*damaged*/) {
+      return IsConverted(sample.source, sample.type);
+    };
+    hvtest::MeetDamage({sample.name, sample.bytes, sample.numbers, read, "", sample.file,
+                        {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}}});
+  }
+}
+
+// The list holds files that are there, and each has its record.
+TEST(FontDamage, OfAnIndexListsWhatIsThere) {
+  const std::string index =
+      "; fonts\n[Cartridge]\n{ fonts/one.bit First\n/class = Outline\n[PCL fonts]\n{O}\n"
+      "FONT = Second\n/font file = fonts/two.bnd\n/symset = 8U\n/tfm = fonts/two.tfm\n"
+      "/resource = WORD 12345\nFONT = Third\n/font file = none.bnd\n/weight = Bold\n/slant = It\n";
+  const auto read = [](const std::string& /*damaged*/) {
+    uint16_t count = 0;
+    HvFoundResource* const list = HvFonFind(".", &count, FONT_KIND_PCL, FONT_CLASSES_ALL, 0, 0);
+    const uint16_t whole = count;
+    for (const HvFoundResource* found = list; found != nullptr; found = found->next, --count) {
+      const auto* const info = static_cast<const HvFontInfo*>(found->details);
+      EXPECT_EQ(+found->size, +info->fileSize);
+      EXPECT_TRUE(Ends(info->name) && Ends(info->symbolSet) && Ends(info->companionPath1));
+    }
+    EXPECT_EQ(count, 0);
+    HvFonFindFree(list);
+    return whole == 2;
+  };
+  hvtest::PclDescriptor bound;
+  bound.format = 10;
+  bound.size = 80;
+  bound.name = "Bound           ";
+  hvtest::MeetDamage({"GLUE.TXT", index, {}, read, "\n[{/;F ", "GLUE.TXT",
+                      {{"fonts/one.bit", hvtest::PclFont({}, {})},
+                       {"fonts/two.bnd", hvtest::PclFont(bound, {})},
+                       {"fonts/two.tfm", ""}}});
+}
+
+}  // namespace

@@ -1,0 +1,205 @@
+// Damaged macro sources, PCL XL jobs, command texts and print files: taken as they are, filtered,
+// converted or refused; explained to the last byte.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "hvapi.h"
+#include "pclxl/job_reader.h"
+#include "show/explainer.h"
+#include "support/damage.h"
+#include "support/font_files.h"
+#include "support/job_filter_model.h"
+#include "support/macro_files.h"
+#include "support/pclxl_jobs.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using hvtest::Bytes;
+using hvtest::MacroInfo;
+using hvtest::MacroJob;
+
+const std::string Uel = "\x1B%-12345X";
+
+// The name that a refused source leaves is the one before.
+bool IsValidated(int32_t emulation, uint32_t flags) {
+  HvJobInfo job = MacroJob(emulation, 99);
+  HvMacroInfo info = MacroInfo(flags, "before", STORAGE_DEVICE_DISK2);
+  const uint32_t code = HvMacValidate("source", &job, &info);
+  EXPECT_TRUE(code == HV_OK || code == HV_READ_FAILED || code == HV_WRONG_LANGUAGE ||
+              code == HV_BAD_PCLXL || code == HV_PCLXL_JOB)
+      << code;
+  EXPECT_NE(std::memchr(info.name, 0, sizeof info.name), nullptr);
+  EXPECT_TRUE(info.target >= STORAGE_DEVICE_RAM && info.target <= STORAGE_DEVICE_DISK2);
+  EXPECT_TRUE(code == HV_OK || std::strcmp(info.name, "before") == 0);
+  return code == HV_OK;
+}
+
+// What is filtered is what the model makes of it; a PCL XL job is converted or leaves nothing.
+bool IsFiltered(int32_t emulation, uint32_t flags, const std::string& damaged) {
+  const HvJobInfo job = MacroJob(emulation);
+  HvMacroInfo info = MacroInfo(flags, "x");
+  const uint32_t code = HvMacCreate("source", "out", &job, &info);
+  const std::string made = hvtest::ReadFile("out");
+  fs::remove("out");
+  if (emulation == JOB_EMULATION_PCLXL) {
+    EXPECT_EQ(code == HV_OK, !made.empty());
+    EXPECT_TRUE(code == HV_OK || code == HV_BAD_PCLXL) << code;
+    return code == HV_OK;
+  }
+  EXPECT_EQ(code, HV_OK);
+  EXPECT_EQ(made, emulation == JOB_EMULATION_PCL
+                      ? "\x1B&f5y0X" + hvtest::FilterPclModel(damaged, DEFAULT_FILTER_MASK) +
+                            "\x1B&f1X"
+                      : hvtest::FilterPostScriptModel(damaged, "%%Quintar Overlay: x\n"));
+  return true;
+}
+
+TEST(JobDamage, OfMacrosIsValidatedAndFilteredOrRefused) {
+  const std::string pcl = "\x1B&f12y0X\033E\x1B&l1o2a3H@PJL x\n\x1B*b3m2Wab\x1B%0BIN\x1B%0A" +
+                          Bytes("\x1B[K\x02\0xy") + "\x1B&n2Wab\x1B&f1X";
+  const std::string xl = hvtest::OnePagePclXlJob();
+  const struct {
+    const char* name;
+    int32_t emulation;
+    uint32_t flags;
+    std::string bytes;
+    std::size_t numbersFrom = 999;  // of 16 bits
+  } samples[] = {
+      {"PCL macro", 5, 0, pcl},
+      {"PCL macro, filtered", 5, MACRO_FLAG_FILTER, pcl + Uel},
+      {"PostScript demonstration", 3, 0,
+       "statusdict begin currentfilenameextend false setfilenameextend end\n"
+       "/writefile (%disk1%Name.demo) (w) file def\n"},
+      {"PostScript macro", 3, 0, "serverdict begin 0 exitserver /Logo {\n"},
+      {"PostScript overlay, filtered", 3, MACRO_FLAG_FILTER | MACRO_FLAG_PS_OVERLAY,
+       "%!PS-Adobe\n%%Quintar Overlay: Name\n" + Uel + "@PJL X\nshow\n\x04" + Uel},
+      {"PPDS macro", 2, 0, Bytes("\x1B[l\x05\0\x01\0\x05xy"), 0},
+      {"PCL XL stream", 6, 0, hvtest::ConvertedPclXlJob("Letterhead", false), 17},
+      {"PCL XL job, filtered", 6, MACRO_FLAG_FILTER, Uel + xl + Uel, 9 + 17},
+  };
+  for (const auto& sample : samples) {
+    const auto read = [&](const std::string& damaged) {
+      const bool isMacro = IsValidated(sample.emulation, sample.flags);
+      if ((sample.flags & MACRO_FLAG_FILTER) == 0) return isMacro;
+      return IsFiltered(sample.emulation, sample.flags, damaged);
+    };
+    hvtest::MeetDamage(
+        {sample.name, sample.bytes,
+         hvtest::LowFirstAnywhere(sample.numbersFrom, sample.bytes.size(), 2), read, "\x1B",
+         "source"});
+  }
+}
+
+// The result of reading a job that comes in pieces.
+uint32_t ReadPclXl(const std::string& job, std::size_t piece) {
+  std::size_t at = 0;
+  hv::PclXlJobReader reader(
+      [&](uint8_t* buffer, std::size_t size) {
+        const std::size_t part =
+            job.copy(reinterpret_cast<char*>(buffer), std::min(size, piece), at);
+        at += part;
+        return part;
+      },
+      nullptr);
+  return reader.Read();
+}
+
+TEST(JobDamage, OfPclXlHasOneResultInWhateverPieces) {
+  const std::string job = hvtest::PclXlSampleJob();
+  const auto read = [&](const std::string& damaged) {
+    const uint32_t result = ReadPclXl(damaged, damaged.size());
+    EXPECT_EQ(result, ReadPclXl(damaged, 1));
+    EXPECT_EQ(result, ReadPclXl(damaged, 7));
+    EXPECT_TRUE(damaged.size() == job.size() || result == hv::PclXlEnded) << result;
+    return result == hv::PclXlOk;
+  };
+  hvtest::MeetDamage({"PCL XL job", job,
+                      hvtest::LowFirstAnywhere(17, job.size(), 2) +
+                          hvtest::LowFirstAnywhere(17, job.size(), 4),
+                      read, "\x1B\x42\x5E\xC8\xF8\xFA", ""});
+}
+
+// The text is written out or refused before anything is.
+TEST(JobDamage, OfCommandTextsIsSentOrRefused) {
+  for (const char* const text : {"$\\x1BE\\n\\r\\f\\\\ some text \\027", "1B451B266C304F"}) {
+    const auto read = [](const std::string& damaged) {
+      const HvJobInfo job = hvtest::Job(0);
+      const uint32_t code = HvDatSendString(damaged.c_str(), "out", &job, 0);
+      EXPECT_TRUE(code == HV_OK || code == (damaged[0] == '%' ? HV_NOT_FOUND : HV_BAD_ARGUMENT));
+      if (code != HV_OK) return false;
+      EXPECT_LE(fs::file_size("out"), damaged.size());
+      return fs::remove("out");
+    };
+    hvtest::MeetDamage({"command text", text, {}, read, "$\\xg", ""});
+  }
+}
+
+// Pieces cover the bytes, each once and in order.
+bool IsExplained(const std::string& bytes) {
+  std::istringstream stream(bytes);
+  std::size_t end = 0;
+  const auto check = [&](const hvtool::Piece& piece) {
+    EXPECT_EQ(piece.offset, end);
+    EXPECT_NE(piece.length, 0U);
+    EXPECT_FALSE(piece.meaning.empty());
+    EXPECT_LE(piece.bytes.size(), piece.length);
+    EXPECT_EQ(bytes.compare(end, piece.bytes.size(), piece.bytes), 0);
+    end += static_cast<std::size_t>(piece.length);
+  };
+  hvtool::Explainer(&stream, check, false).Run();
+  EXPECT_EQ(end, bytes.size());
+  return true;
+}
+
+TEST(JobDamage, OfPrintFilesIsExplained) {
+  const struct {
+    const char* name;
+    std::string bytes;
+  } streams[] = {
+      {"print file: PCL", Uel +
+                              "@PJL ENTER LANGUAGE = PCL\n\x1B"
+                              "E\x1B&l0o2A\x1B*b2m3Wabc\x1B*rB\x1B%0BIN;\x1B%0A" +
+                              Uel},
+      {"print file: soft font", hvtest::PclFont({}, hvtest::SampleCharacters()).substr(0, 300)},
+      {"print file: PCL XL", hvtest::PclXlSampleJob()},
+      {"print file: ESC K and PPDS",
+       Bytes("\x1B[K\x03\0\x06\x31\x01\x1B[l\x08\0\x01\x01\x02Hello\x1B=\x03\0\x31\x08\x05")},
+      {"print file: PJL and PostScript",
+       "@PJL QWRITEFILE\nab@PJL END DATA\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS\n%%EOF\nx\n\x04"},
+      {"print file: demonstration",
+       Bytes("\x1B[D\0\x05\x01\0Logo\0\0\0\0\0\0\0\0\0\0\0\x04%!PS")},
+  };
+  for (const auto& stream : streams) {
+    const std::size_t size = stream.bytes.size();
+    hvtest::MeetDamage(
+        {stream.name, stream.bytes,
+         hvtest::LowFirstAnywhere(0, size, 2) + hvtest::HighFirstAnywhere(0, size, 4), IsExplained,
+         "\n\x1B%@W\xC8\xF8", ""});
+  }
+}
+
+// A demonstration file is stored as it is, behind a header with its size.
+TEST(JobDamage, OfDemonstrationFilesIsStored) {
+  const auto read = [](const std::string& damaged) {
+    HvJobInfo job = hvtest::Job(0, JOB_EMULATION_PCL);
+    HvDemoInfo info = {};
+    info.method = DEMO_METHOD_ESC_D;
+    info.target = STORAGE_DEVICE_FLASH1;
+    EXPECT_EQ(HvDemDownload("source", "out", &job, &info), HV_OK);
+    const std::string sent = hvtest::ReadFile("out");
+    EXPECT_EQ(sent.substr(19), hvtest::Be32(static_cast<uint32_t>(damaged.size())) + damaged);
+    return fs::remove("out");
+  };
+  hvtest::MeetDamage({"demonstration file", "%!PS\nshowpage\n" + Uel, {}, read, "\x04\x1B",
+                      "source"});
+}
+
+}  // namespace

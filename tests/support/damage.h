@@ -1,0 +1,63 @@
+// Damaged forms of what the library reads, and how a reader meets them.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace hvtest {
+
+// A number of 2 or 4 bytes and where it stands.
+struct NumberField {
+  std::size_t offset;
+  std::size_t width;
+  bool highByteFirst;
+};
+using NumberFields = std::vector<NumberField>;
+
+NumberFields operator+(NumberFields fields, const NumberFields& more);
+
+// The numbers of a record at an offset, by the table of its format.
+template <typename Row, std::size_t Count>
+NumberFields NumbersOf(const Row (&table)[Count], std::size_t at) {
+  NumberFields numbers;
+  for (const Row& row : table) {
+    const bool isNumber = row.width == 2 || row.width == 4;
+    const bool highByteFirst = row.order == decltype(row.order)::Big;
+    if (isNumber) numbers.push_back({at + row.offset, row.width, highByteFirst});
+  }
+  return numbers;
+}
+
+// The numbers of a record of which all fields have these widths, in their order.
+NumberFields HighFirst(std::size_t at, std::initializer_list<std::size_t> widths);
+NumberFields LowFirst(std::size_t at, std::initializer_list<std::size_t> widths);
+
+// A number at each place of a form that says itself where its numbers stand.
+NumberFields HighFirstAnywhere(std::size_t from, std::size_t to, std::size_t width);
+NumberFields LowFirstAnywhere(std::size_t from, std::size_t to, std::size_t width);
+
+struct DamagedFormat {
+  std::string name;
+  std::string bytes;
+  NumberFields numbers;
+  // Reads the bytes and looks at the result. Tells whether they were read, not refused.
+  std::function<bool(const std::string& damaged)> read;
+  std::string marks;  // bytes that mean something to the format
+  std::string file;   // where the bytes are put for the reader; empty: nowhere
+  std::map<std::string, std::string> others = {};  // files that lie beside
+};
+
+// Has the bytes read as they are, cut at each length, with each byte set to 00, FF, one more, one
+// less and the marks, and with each number at its limits; of long ones a part of the cuts and
+// bytes. The current folder is one that holds the files alone, and holds no others afterwards.
+// Prints how many damaged forms were met.
+void MeetDamage(const DamagedFormat& format);
+
+// Puts a new file in the place of the one before. Emptying that one would make some file systems
+// write it out at once.
+void Replace(const std::string& file, const std::string& bytes);
+
+}  // namespace hvtest
