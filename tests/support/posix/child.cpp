@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <thread>
 
 // Of the leak sanitizer, where it is part of the program. Children end without its look around.
 extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
@@ -29,7 +30,8 @@ std::string ReadAll(int fd) {
 [[noreturn]] void BeChild(const std::function<std::string()>& work, int answer, int output) {
   alarm(LongestRun);
   dup2(output, STDOUT_FILENO);
-  const std::string text = work();
+  std::string text;
+  std::thread([&] { text = work(); }).join();
   const bool written = write(answer, text.data(), text.size()) == static_cast<ssize_t>(text.size());
   const bool leaks =
       __lsan_do_recoverable_leak_check != nullptr && __lsan_do_recoverable_leak_check() != 0;

@@ -14,7 +14,8 @@ struct ChildResult {
 };
 
 // Runs the work in a child process, for a minute at most. A child that a signal ended, or
-// that leaks where that is seen, has not finished. Nothing is flushed for it.
+// that leaks where that is seen, has not finished. Nothing is flushed for it. The work has a thread of
+// its own there, for which no library remembers what was before, as that of CUPS does its server.
 ChildResult RunInChild(const std::function<std::string()>& work);
 
 }  // namespace hvtest
