@@ -1,56 +1,22 @@
 // Any bytes as a macro source, filtered in each language, beside the model of the tests; the source
 // arrives in pieces of a few bytes or as a whole. The first two bytes choose the mask.
 
-#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
 #include "macros/file_channel.h"
 #include "macros/job_command_filter.h"
 #include "support/job_filter_model.h"
+#include "support/memory_stream.h"
 
 namespace {
-
-class MemoryStream final : public hv::platform::Stream {
- public:
-  MemoryStream(std::string bytes, std::size_t piece) : bytes_(std::move(bytes)), piece_(piece) {}
-
-  std::size_t Read(void* buffer, std::size_t count) override {
-    const std::size_t got = std::min({count, piece_, bytes_.size() - at_});
-    std::memcpy(buffer, bytes_.data() + at_, got);
-    at_ += got;
-    return got;
-  }
-  int ReadByte() override { return -1; }
-  std::size_t Write(const void* bytes, std::size_t count) override {
-    bytes_.append(static_cast<const char*>(bytes), count);
-    return count;
-  }
-  bool Flush() override { return true; }
-  int64_t Position() override { return static_cast<int64_t>(at_); }
-  bool Seek(int64_t position) override {
-    at_ = static_cast<std::size_t>(position);
-    return true;
-  }
-  bool AtEnd() const override { return at_ == bytes_.size(); }
-  bool HasError() const override { return false; }
-  bool Close() override { return true; }
-
-  const std::string& Content() const { return bytes_; }
-
- private:
-  std::string bytes_;
-  std::size_t piece_;
-  std::size_t at_ = 0;
-};
 
 void Check(int32_t emulation, const std::string& source, uint32_t mask,
            const std::string& expected) {
   for (const std::size_t piece : {std::size_t{1}, std::size_t{5}, source.size() + 1}) {
-    MemoryStream from(source, piece);
-    MemoryStream to("", 0);
+    hvtest::MemoryStream from(source, piece);
+    hvtest::MemoryStream to;
     hv::FileChannel channel(&to, emulation);
     if (hv::FilterJobCommands(&from, channel.Get(), mask, "%%text\n") != HV_OK) std::abort();
     if (to.Content() != expected) std::abort();

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstring>
 #include <random>
 #include <string>
 #include <vector>
@@ -14,58 +12,19 @@
 #include "macros/job_command_filter.h"
 #include "support/job_filter_model.h"
 #include "support/jobs.h"
+#include "support/memory_stream.h"
 
 namespace {
 
 using hvtest::Bytes;
-
-// A source that gives few bytes at a time, 1 to `most` in turns, or a sink that counts its pieces.
-class MemoryStream final : public hv::platform::Stream {
- public:
-  explicit MemoryStream(std::string bytes, std::size_t most = std::string::npos)
-      : bytes_(std::move(bytes)), most_(most) {}
-
-  std::size_t Read(void* buffer, std::size_t count) override {
-    turn_ = turn_ % std::min<std::size_t>(most_, 7) + 1;
-    const std::size_t limit = most_ == std::string::npos ? count : std::min(count, turn_);
-    const std::size_t got = std::min(limit, bytes_.size() - at_);
-    std::memcpy(buffer, bytes_.data() + at_, got);
-    at_ += got;
-    return got;
-  }
-  int ReadByte() override { return at_ < bytes_.size() ? bytes_[at_++] & 0xFF : -1; }
-  std::size_t Write(const void* bytes, std::size_t count) override {
-    bytes_.append(static_cast<const char*>(bytes), count);
-    pieces_.push_back(count);
-    return count;
-  }
-  bool Flush() override { return true; }
-  int64_t Position() override { return static_cast<int64_t>(at_); }
-  bool Seek(int64_t position) override {
-    at_ = static_cast<std::size_t>(position);
-    return true;
-  }
-  bool AtEnd() const override { return at_ == bytes_.size(); }
-  bool HasError() const override { return false; }
-  bool Close() override { return true; }
-
-  const std::string& Content() const { return bytes_; }
-  const std::vector<std::size_t>& Pieces() const { return pieces_; }
-
- private:
-  std::string bytes_;
-  std::size_t most_;
-  std::size_t turn_ = 0;
-  std::size_t at_ = 0;
-  std::vector<std::size_t> pieces_;
-};
+using hvtest::MemoryStream;
 
 constexpr const char* Comment = "%%a comment\n";
 
 std::string Filter(int32_t emulation, const std::string& source, uint32_t mask = 0xFFF,
                    std::size_t most = std::string::npos) {
   MemoryStream from(source, most);
-  MemoryStream to("");
+  MemoryStream to;
   hv::FileChannel channel(&to, emulation);
   EXPECT_EQ(hv::FilterJobCommands(&from, channel.Get(), mask, Comment), HV_OK);
   return to.Content();
@@ -169,7 +128,7 @@ TEST(JobFilter, AgreesWithTheModelOnMixtures) {
 
 TEST(JobFilter, WritesPiecesOf1024Bytes) {
   MemoryStream from(std::string(2500, 'x') + "\033E" + std::string(572, 'y'));
-  MemoryStream to("");
+  MemoryStream to;
   hv::FileChannel channel(&to, JOB_EMULATION_PCL);
   EXPECT_EQ(hv::FilterJobCommands(&from, channel.Get(), DEFAULT_FILTER_MASK, {}), HV_OK);
   // The last piece is written also when it is empty.
