@@ -12,32 +12,30 @@
 
 namespace {
 
-namespace fs = std::filesystem;
-using hvtest::Bytes;
-using hvtest::Job;
-using hvtest::OpenHandleCount;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
+using namespace std::string_literals;
 
 constexpr uint32_t Pjl = JOB_FLAG_PJL;
 constexpr uint32_t EscK = JOB_FLAG_ESC_K;
 constexpr uint32_t Both = JOB_FLAG_PJL | JOB_FLAG_ESC_K;
 
-const std::string Uel = "\x1B%-12345X";
-const std::string EmptyPanel = "@PJL RDYMSG DISPLAY = \"\"\n";
-const std::string EscKEnd = Bytes("\x1B[K\x01\x00\x06");
-
-std::string Panel(const std::string& text) {
-  return "@PJL RDYMSG DISPLAY = \"" + text + "\"\n";
+HvJobInfo LeadInJob(uint32_t flags) {
+  HvJobInfo job = Job(flags, JOB_EMULATION_PCL);
+  job.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
+  return job;
 }
 
 // A folder with a file to print and the name of the file that is printed to.
 class Sent : public testing::Test {
  protected:
+  ~Sent() override { EXPECT_EQ(OpenHandleCount(), handles_); }
+
   std::string Source(const std::string& bytes) { return folder_.Add("source", bytes); }
-  std::string Destination() const { return folder_ / "out"; }
 
   TestFolder folder_;
+  const std::string out_ = folder_ / "out";
+  const char* const destination_ = out_.c_str();
+  const std::size_t handles_ = OpenHandleCount();
 };
 
 using SendingFiles = Sent;
@@ -49,7 +47,7 @@ TEST_F(SendingFiles, FramesThemAsTheJobSays) {
   withPersonality.personality = 0x35;
   HvJobInfo otherFlags = Job(~Both, JOB_EMULATION_PCL, "name", 1);
   otherFlags.nbxAddress1 = 7;  // selects nothing without the second word
-  const std::string pjlEnd = Uel + EmptyPanel + "@PJL RESET\n" + Uel;
+  const std::string pjlEnd = Uel + PjlPanel("") + "@PJL RESET\n" + Uel;
   const struct {
     const char* label;
     HvJobInfo job;
@@ -61,70 +59,51 @@ TEST_F(SendingFiles, FramesThemAsTheJobSays) {
        "\x1B%-12345X@PJL RDYMSG DISPLAY = \"Weekly report\"\n@PJL ENTER LANGUAGE = PCL\n"
        "@PJL SET COPIES = 3\n",
        "\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n@PJL RESET\n\x1B%-12345X"},
-
       {"no name, no language, no copies", Job(Pjl), Uel, pjlEnd},
-      {"the language that has no name", Job(Pjl, 1, ""), Uel + EmptyPanel, pjlEnd},
-      {"PPDS", Job(Pjl, 2), Uel + "@PJL ENTER LANGUAGE = PPDS\n", pjlEnd},
-      {"PostScript", Job(Pjl, 3), Uel + "@PJL ENTER LANGUAGE = POSTSCRIPT\n", pjlEnd},
-      {"GL", Job(Pjl, 4), Uel + "@PJL ENTER LANGUAGE = GL\n", pjlEnd},
-      {"PCL XL", Job(Pjl, 6), Uel + "@PJL ENTER LANGUAGE = PCL\n", pjlEnd},
-      {"20 characters of the name", Job(Pjl, 0, "12345678901234567890"),
-       Uel + Panel("12345678901234567890"), pjlEnd},
-      {"no more of them", Job(Pjl, 0, "123456789012345678901"), Uel + Panel("12345678901234567890"),
-       pjlEnd},
-      {"the most copies", Job(Pjl, 0, nullptr, 65535), Uel + "@PJL SET COPIES = 65535\n", pjlEnd},
-
+      {"the language that has no name", Job(Pjl, 1, ""), Uel + PjlPanel(""), pjlEnd},
+      {"PPDS", Job(Pjl, 2), Uel + PjlLanguage("PPDS"), pjlEnd},
+      {"PostScript", Job(Pjl, 3), Uel + PjlLanguage("POSTSCRIPT"), pjlEnd},
+      {"GL", Job(Pjl, 4), Uel + PjlLanguage("GL"), pjlEnd},
+      {"PCL XL", Job(Pjl, 6), Uel + PjlLanguage("PCL"), pjlEnd},
+      {"20 characters of the name, the most copies", Job(Pjl, 0, "123456789012345678901", 65535),
+       Uel + PjlPanel("12345678901234567890") + "@PJL SET COPIES = 65535\n", pjlEnd},
       {"copies alone", Job(EscK, 0, "name", 3), "\x1B&l3X", EscKEnd},
       {"nothing to select", Job(EscK), "", EscKEnd},
-      {"default language", Job(EscK, 1, nullptr, 3), Bytes("\x1B[K\x03\x00\x06\x31\x00"), EscKEnd},
-      {"PPDS", Job(EscK, 2, nullptr, 3), Bytes("\x1B[K\x03\x00\x06\x31\x01"), EscKEnd},
-      {"personality", withPersonality, Bytes("\x1B[K\x03\x00\x06\x35\x08"), EscKEnd},
-      {"its default in the next job", Job(EscK, 3), Bytes("\x1B[K\x03\x00\x06\x31\x08"), EscKEnd},
-      {"GL", Job(EscK, 4, nullptr, 3), Bytes("\x1B[K\x03\x00\x06\x31\x03"), EscKEnd},
-      {"PCL with copies", Job(EscK, 5, nullptr, 65535),
-       Bytes("\x1B[K\x03\x00\x06\x31\x02\x1B&l65535X"), EscKEnd},
-      {"PCL XL with copies", Job(EscK, 6, nullptr, 2), Bytes("\x1B[K\x03\x00\x06\x31\x02\x1B&l2X"),
-       EscKEnd},
-      {"PCL without copies", Job(EscK, 5), Bytes("\x1B[K\x03\x00\x06\x31\x02"), EscKEnd},
-
-      {"both flags", Job(Both, 5, "name", 3), Bytes("\x1B[K\x03\x00\x06\x31\x02\x1B&l3X"),
-       pjlEnd + EscKEnd},
-
+      {"default language", Job(EscK, 1, nullptr, 3), EscKLanguage(0), EscKEnd},
+      {"PPDS", Job(EscK, 2, nullptr, 3), EscKLanguage(1), EscKEnd},
+      {"personality", withPersonality, EscKLanguage(8, 0x35), EscKEnd},
+      {"its default in the next job", Job(EscK, 3), EscKLanguage(8), EscKEnd},
+      {"GL", Job(EscK, 4, nullptr, 3), EscKLanguage(3), EscKEnd},
+      {"PCL", Job(EscK, 5, nullptr, 65535), EscKLanguage(2) + "\x1B&l65535X", EscKEnd},
+      {"PCL XL", Job(EscK, 6, nullptr, 2), EscKLanguage(2) + "\x1B&l2X", EscKEnd},
+      {"PCL without copies", Job(EscK, 5), EscKLanguage(2), EscKEnd},
+      {"both", Job(Both, 5, "n", 3), EscKLanguage(2) + "\x1B&l3X", pjlEnd + EscKEnd},
       {"no flag", Job(0, 5, "name"), "", ""},
-      {"one copy", Job(0, 5, "name", 1), "", ""},
       {"three copies", Job(0, 5, "name", 3), "", "", 3},
       {"flags that mean nothing", otherFlags, "", ""},
   };
-  const std::string payloads[] = {Bytes("a\x00\x1A\r\n\xFF"), "", std::string(5000, '7')};
-  const std::size_t handles = OpenHandleCount();
   for (const auto& c : cases) {
-    for (const std::string& payload : payloads) {
+    for (const std::string& payload : {Bytes("a\x00\x1A\r\n\xFF"), ""s, std::string(5000, '7')}) {
       SCOPED_TRACE(c.label);
-      const std::string source = Source(payload);
-      ASSERT_EQ(HvDatSendFile(source.c_str(), Destination().c_str(), &c.job, 0), HV_OK);
+      ASSERT_EQ(HvDatSendFile(Source(payload).c_str(), destination_, &c.job, 0), HV_OK);
       std::string expected = c.before;
       for (int i = 0; i < c.times; ++i) expected += payload;
-      EXPECT_EQ(ReadFile(Destination()), expected + c.after);
+      EXPECT_EQ(ReadFile(out_), expected + c.after);
     }
   }
-  EXPECT_EQ(OpenHandleCount(), handles);
 }
 
 TEST_F(SendingFiles, ReplacesOrAppends) {
   const HvJobInfo job = Job(0);
   const std::string source = Source("new");
   folder_.Add("out", "something longer");
-  EXPECT_EQ(HvDatSendFile(source.c_str(), Destination().c_str(), &job, 0), HV_OK);
-  EXPECT_EQ(ReadFile(Destination()), "new");
-  EXPECT_EQ(HvDatSendFile(source.c_str(), Destination().c_str(), &job, 2), HV_OK);
-  EXPECT_EQ(HvDatSendString("$+", Destination().c_str(), &job, 1), HV_OK);
-  EXPECT_EQ(ReadFile(Destination()), "newnew+");
-  EXPECT_EQ(HvDatSendString("$short", Destination().c_str(), &job, 0), HV_OK);
-  EXPECT_EQ(ReadFile(Destination()), "short");
-  // Storage commands always replace.
-  const HvJobInfo escK = Job(EscK);
-  EXPECT_EQ(HvGenResource(STORAGE_FORMAT, Destination().c_str(), &escK, 1), HV_OK);
-  EXPECT_EQ(ReadFile(Destination()), Bytes("\x1B[K\x03\x00\x06\xC0\x50"));
+  EXPECT_EQ(HvDatSendFile(source.c_str(), destination_, &job, 0), HV_OK);
+  EXPECT_EQ(ReadFile(out_), "new");
+  EXPECT_EQ(HvDatSendFile(source.c_str(), destination_, &job, 2), HV_OK);
+  EXPECT_EQ(HvDatSendString("$+", destination_, &job, 1), HV_OK);
+  EXPECT_EQ(ReadFile(out_), "newnew+");
+  EXPECT_EQ(HvDatSendString("$x", destination_, &job, 0), HV_OK);
+  EXPECT_EQ(ReadFile(out_), "x");
 }
 
 TEST_F(SendingFiles, LeavesAFileSentToItselfAlone) {
@@ -139,31 +118,29 @@ TEST_F(SendingFiles, LeavesAFileSentToItselfAlone) {
 TEST_F(SendingFiles, RefusesWhatIsMissingOrNoFile) {
   const HvJobInfo job = Job(Pjl, 5);
   const std::string source = Source("bytes");
-  fs::create_directory(folder_ / "directory");
   const std::string directory = folder_ / "directory";
+  std::filesystem::create_directory(directory);
+  const std::string longest = "missing/" + std::string(HV_MAX_PATH - 8, 'x');
   const struct {
     std::string file;
     std::string destination;
     uint32_t result;
   } cases[] = {
-      {folder_ / "missing", Destination(), HV_NOT_FOUND},
-      {"", Destination(), HV_NOT_FOUND},
-      {folder_ / "*", Destination(), HV_NOT_FOUND},
-      {directory, Destination(), HV_CANNOT_OPEN},
+      {folder_ / "missing", out_, HV_NOT_FOUND},
+      {"", out_, HV_NOT_FOUND},
+      {folder_ / "*", out_, HV_NOT_FOUND},
+      {longest, out_, HV_NOT_FOUND},
+      {directory, out_, HV_CANNOT_OPEN},
       {source, directory, HV_CANNOT_OPEN},
       {source, folder_ / "missing/out", HV_CANNOT_OPEN},
       {source, "", HV_CANNOT_OPEN},
-      // The longest names that are looked at.
-      {"missing/" + std::string(HV_MAX_PATH - 8, 'x'), Destination(), HV_NOT_FOUND},
-      {source, "missing/" + std::string(HV_MAX_PATH - 8, 'x'), HV_CANNOT_OPEN},
+      {source, longest, HV_CANNOT_OPEN},
   };
-  const std::size_t handles = OpenHandleCount();
   for (const auto& c : cases) {
     SCOPED_TRACE(c.file + " -> " + c.destination);
     EXPECT_EQ(HvDatSendFile(c.file.c_str(), c.destination.c_str(), &job, 0), c.result);
     EXPECT_EQ(HvDatSendString(("%" + c.file).c_str(), c.destination.c_str(), &job, 0), c.result);
   }
-  EXPECT_EQ(OpenHandleCount(), handles);
   EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"directory", "source"}));
 }
 
@@ -172,18 +149,13 @@ TEST_F(SendingStrings, ReadsTheirNotation) {
     const char* text;
     std::string payload;
   } cases[] = {
-      {"1B45", "\x1B\x45"},
       {"1b4fFf", "\x1B\x4F\xFF"},
       {"000100", Bytes("\x00\x01\x00")},
       {"", ""},
-
       {"$", ""},
       {"$plain % $ 1B", "plain % $ 1B"},
-      {"$\\e", "e"},
-      {"$a\\nb\\\\c\\\"\\N\\t\\$", "a\nb\\c\"Nt$"},
-      {"$\\x1BE\\x1b\\xfF",
-       "\x1B"
-       "E\x1B\xFF"},
+      {"$a\\nb\\\\c\\\"\\N\\e\\$", "a\nb\\c\"Ne$"},
+      {"$\\x1BZ\\x1b\\xfF", "\x1BZ\x1B\xFF"},
       {"$\\x1Gz", "\x01z"},  // two characters, whatever they are
       {"$AB\\x0", "AB"},
       {"$AB\\x", "AB"},
@@ -193,84 +165,63 @@ TEST_F(SendingStrings, ReadsTheirNotation) {
       {"$AB\\", "AB"},
       {"$\xE4\xFF", "\xE4\xFF"},
   };
+  const HvJobInfo bare = Job(0, 5, "name", 3);
+  const HvJobInfo framed = Job(Both, 5, "name", 3);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
-    const HvJobInfo bare = Job(0, 5, "name", 3);
-    EXPECT_EQ(HvDatSendString(c.text, Destination().c_str(), &bare, 0), HV_OK);
-    EXPECT_EQ(ReadFile(Destination()), c.payload);
+    EXPECT_EQ(HvDatSendString(c.text, destination_, &bare, 0), HV_OK);
+    EXPECT_EQ(ReadFile(out_), c.payload);
     // No copies and no ESC [ K.
-    const HvJobInfo framed = Job(Both, 5, "name", 3);
-    EXPECT_EQ(HvDatSendString(c.text, Destination().c_str(), &framed, 0), HV_OK);
-    EXPECT_EQ(ReadFile(Destination()), Uel + Panel("name") + "@PJL ENTER LANGUAGE = PCL\n" +
-                                           c.payload + Uel + EmptyPanel + Uel);
+    EXPECT_EQ(HvDatSendString(c.text, destination_, &framed, 0), HV_OK);
+    EXPECT_EQ(ReadFile(out_), Uel + PjlPanel("name") + PjlLanguage("PCL") + c.payload + PjlEnd);
   }
 }
 
 TEST_F(SendingStrings, SendsTheFileThatTheyName) {
-  const std::string text = "%" + Source("file bytes");
-  const HvJobInfo copies = Job(0, 5, nullptr, 2);
-  EXPECT_EQ(HvDatSendString(text.c_str(), Destination().c_str(), &copies, 0), HV_OK);
-  EXPECT_EQ(ReadFile(Destination()), "file bytesfile bytes");
   const HvJobInfo escK = Job(EscK, 6, nullptr, 2);
-  EXPECT_EQ(HvDatSendString(text.c_str(), Destination().c_str(), &escK, 0), HV_OK);
-  EXPECT_EQ(ReadFile(Destination()),
-            Bytes("\x1B[K\x03\x00\x06\x31\x02\x1B&l2X") + "file bytes" + EscKEnd);
+  EXPECT_EQ(HvDatSendString(("%" + Source("bytes")).c_str(), destination_, &escK, 0), HV_OK);
+  EXPECT_EQ(ReadFile(out_), EscKLanguage(2) + "\x1B&l2Xbytes" + EscKEnd);
 }
 
 TEST_F(StorageCommands, AreJobsOfTheirOwn) {
-  HvJobInfo leadIn = Job(Both, 5);
-  leadIn.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
-  HvJobInfo bareLeadIn = Job(0);
-  bareLeadIn.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
-  const std::string pcl = Uel + "@PJL ENTER LANGUAGE = PCL\n";
-  const std::string setup = Uel + Panel("Setup");
-  const std::string end = Uel + EmptyPanel + Uel;
-  const std::string targetDevice = Bytes("\x1B[K\x03\x00\x06\xC0\x31");
-  const std::string targetRam = Bytes("\x1B[K\x03\x00\x06\xC0\x32");
+  const std::string pcl = Uel + PjlLanguage("PCL");
+  const std::string list = Uel + "@PJL QPRINTDIRECTORY\n" + PjlEnd;
   const std::string format = Bytes("\x1B[K\x03\x00\x06\xC0\x50");
   const std::string directory = Bytes("\x1B[K\x03\x00\x06\xC0\x46");
   const struct {
-    const char* label;
     uint32_t operation;
     uint32_t device;
     HvJobInfo job;
     std::string expected;
   } cases[] = {
-      {"the worked example", 3, 4, Job(Pjl, 0, "Setup"),
+      {3, 4, Job(Pjl, 0, "Setup"),
        "\x1B%-12345X@PJL RDYMSG DISPLAY = \"Setup\"\n\x1B%-12345X@PJL QFORMAT DEVICE = disk1\n"
        "\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n\x1B%-12345X"},
-      {"RAM whatever the device", 1, 4, Job(Pjl),
-       Uel + Uel + "@PJL SET QDOWNLOADTARGET = ram\n" + end},
-      {"RAM", 1, 5, Job(EscK, 5, "n", 3), targetRam},
-      {"RAM", 1, 1, Job(Both), Uel + Uel + "@PJL SET QDOWNLOADTARGET = ram\n" + targetRam + end},
-      {"RAM", 1, 1, Job(0), ""},
-      {"no lead-in for RAM", 1, 2, bareLeadIn, ""},
-
-      {"RAM as a device", 2, 1, Job(Pjl), Uel + Uel + "@PJL SET QDOWNLOADTARGET = ram\n" + end},
-      {"flash 1", 2, 2, Job(Pjl, 5, nullptr, 3),
-       pcl + Uel + "@PJL SET QDOWNLOADTARGET = flash1\n" + end},
-      {"flash 2", 2, 3, Job(EscK), targetDevice},
-      {"a device", 2, 5, Job(0), ""},
-      {"lead-in of the class", 2, 5, leadIn,
-       pcl + Bytes("\x1B[K\x01\x00\x01") + Uel + "@PJL SET QDOWNLOADTARGET = disk2\n" +
-           targetDevice + end},
-      {"lead-in without flags", 2, 5, bareLeadIn, Bytes("\x1B[K\x01\x00\x01")},
-
-      {"format", 3, 3, Job(Both, 5), pcl + Uel + "@PJL QFORMAT DEVICE = flash2\n" + end},
-      {"format", 3, 2, Job(EscK), format},
-      {"format", 3, 2, Job(0), format},
-
-      {"directory", 4, 1, Job(Both, 0, "Setup"), setup + Uel + "@PJL QPRINTDIRECTORY\n" + end},
-      {"directory", 4, 1, Job(EscK), directory},
-      {"directory", 4, 1, Job(0), directory},
+      {1, 4, Job(Pjl), Uel + PjlTarget("ram") + PjlEnd},  // whatever the device
+      {1, 5, Job(EscK, 5, "n", 3), EscKToRam},
+      {1, 1, Job(Both), Uel + PjlTarget("ram") + EscKToRam + PjlEnd},
+      {1, 2, LeadInJob(0), ""},
+      {2, 1, Job(Pjl), Uel + PjlTarget("ram") + PjlEnd},
+      {2, 2, Job(Pjl, 5, nullptr, 3), pcl + PjlTarget("flash1") + PjlEnd},
+      {2, 3, Job(EscK), EscKToDevice},
+      {2, 5, Job(0), ""},
+      {2, 5, LeadInJob(Both), pcl + EscKLeadIn + PjlTarget("disk2") + EscKToDevice + PjlEnd},
+      {2, 5, LeadInJob(0), EscKLeadIn},
+      {3, 3, Job(Both, 5), pcl + Uel + "@PJL QFORMAT DEVICE = flash2\n" + PjlEnd},
+      {3, 2, Job(EscK), format},
+      {3, 2, Job(0), format},
+      {4, 1, Job(Both, 0, "Setup"), Uel + PjlPanel("Setup") + list},
+      {4, 1, Job(EscK), directory},
+      {4, 1, Job(0), directory},
       // A language that is none never indexes a table.
-      {"language too high", 4, 1, Job(Pjl, 7), Uel + Uel + "@PJL QPRINTDIRECTORY\n" + end},
-      {"language too low", 4, 1, Job(Pjl, -1), Uel + Uel + "@PJL QPRINTDIRECTORY\n" + end},
+      {4, 1, Job(Pjl, 7), Uel + list},
+      {4, 1, Job(Pjl, -1), Uel + list},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.label) + ", operation " + std::to_string(c.operation));
-    ASSERT_EQ(HvGenResource(c.operation, Destination().c_str(), &c.job, c.device), HV_OK);
-    EXPECT_EQ(ReadFile(Destination()), c.expected);
+    SCOPED_TRACE(&c - cases);
+    // They always replace what is there.
+    ASSERT_EQ(HvGenResource(c.operation, destination_, &c.job, c.device), HV_OK);
+    EXPECT_EQ(ReadFile(out_), c.expected);
   }
 }
 
@@ -279,38 +230,28 @@ TEST_F(Sent, BadArgumentsReachNothing) {
   const HvJobInfo tooHigh = Job(Pjl, 7);
   const HvJobInfo tooLow = Job(Pjl, -1);
   const std::string source = Source("bytes");
-  const std::string out = Destination();
   const char* const s = source.c_str();
-  const char* const d = out.c_str();
+  const char* const d = destination_;
   const std::string text261(HV_MAX_PATH + 1, 'x');
   const char* const tooLong = text261.c_str();
-  const char* const tooLongForStorage = text261.c_str() + 1;
-
   const struct {
-    const char* text;
+    const char* source;
     const char* destination;
     const HvJobInfo* job;
-  } strings[] = {
-      {nullptr, d, &good},   {"$a", nullptr, &good}, {"$a", d, nullptr},  {"1B4", d, &good},
-      {"1G", d, &good},      {"G1", d, &good},       {"1B 4", d, &good},  {" 1B4", d, &good},
-      {"1B4G", d, &good},    {"$a", tooLong, &good}, {"$a", d, &tooHigh}, {"$a", d, &tooLow},
-      {"%", nullptr, &good}, {"%", tooLong, &good},
+  } common[] = {
+      {nullptr, d, &good}, {s, nullptr, &good}, {s, d, nullptr},     {s, tooLong, &good},
+      {s, d, &tooHigh},    {s, d, &tooLow},     {tooLong, d, &good},
   };
-  for (const auto& c : strings) {
-    EXPECT_EQ(HvDatSendString(c.text, c.destination, c.job, 0), HV_BAD_ARGUMENT)
-        << (c.text == nullptr ? "NULL" : c.text);
+  for (const auto& c : common) {
+    SCOPED_TRACE(&c - common);
+    EXPECT_EQ(HvDatSendFile(c.source, c.destination, c.job, 0), HV_BAD_ARGUMENT);
+    const char* const text = c.source == s ? "$a" : c.source == nullptr ? nullptr : "1B4";
+    EXPECT_EQ(HvDatSendString(text, c.destination, c.job, 0), HV_BAD_ARGUMENT);
   }
-  const struct {
-    const char* file;
-    const char* destination;
-    const HvJobInfo* job;
-  } files[] = {
-      {nullptr, d, &good}, {s, nullptr, &good}, {s, d, nullptr}, {tooLong, d, &good},
-      {s, tooLong, &good}, {s, d, &tooHigh},    {s, d, &tooLow},
-  };
-  for (const auto& c : files) {
-    EXPECT_EQ(HvDatSendFile(c.file, c.destination, c.job, 0), HV_BAD_ARGUMENT);
+  for (const char* const text : {"1G", "G1", "1B 4", " 1B4", "1B4G"}) {
+    EXPECT_EQ(HvDatSendString(text, d, &good, 0), HV_BAD_ARGUMENT) << text;
   }
+  EXPECT_EQ(HvDatSendString("%", nullptr, &good, 0), HV_BAD_ARGUMENT);
   const struct {
     uint32_t operation;
     const char* destination;
@@ -318,7 +259,7 @@ TEST_F(Sent, BadArgumentsReachNothing) {
     uint32_t device;
   } resources[] = {
       {0, d, &good, 1},       {5, d, &good, 1},   {0x10001, d, &good, 1},
-      {1, nullptr, &good, 1}, {1, d, nullptr, 1}, {1, tooLongForStorage, &good, 1},
+      {1, nullptr, &good, 1}, {1, d, nullptr, 1}, {1, tooLong + 1, &good, 1},
       {4, d, &good, 0},       {4, d, &good, 6},   {4, d, &good, 0x10001},
   };
   for (const auto& c : resources) {

@@ -15,14 +15,7 @@
 
 namespace {
 
-using hvtest::Bytes;
-using hvtest::FakeNbx;
-using hvtest::Job;
-using hvtest::OpenHandleCount;
-using hvtest::ScopedNbxFolder;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
-using hvtest::ToHex;
+using namespace hvtest;
 using Calls = std::vector<std::string>;
 
 constexpr uint32_t Pjl = JOB_FLAG_PJL;
@@ -38,8 +31,8 @@ HvJobInfo LibraryJob(uint32_t flags, int32_t emulation = 0, const char* name = n
 }
 
 std::string StartDocCall(const std::string& jobName) {
-  return "NbxStartDoc 32769 0 " + ToHex(hvtest::DocumentBlock(hvtest::ComputerNameOfSystem(),
-                                                              hvtest::UserNameOfSystem(), jobName));
+  return "NbxStartDoc 32769 0 " +
+         ToHex(DocumentBlock(ComputerNameOfSystem(), UserNameOfSystem(), jobName));
 }
 
 std::string WriteCall(const std::string& bytes) {
@@ -79,29 +72,17 @@ TEST_F(NbxJobs, GoOutInPiecesInOneDocument) {
   const std::string source = folder_.Add("source", payload);
   const HvJobInfo job = LibraryJob(Pjl, 5, "Weekly report", 3);
   EXPECT_EQ(HvDatSendFile(source.c_str(), Unused, &job, 1), HV_OK);
-  const std::vector<std::string> pieces = {"\x1B%-12345X",
-                                           "@PJL RDYMSG DISPLAY = \"Weekly report\"\n",
-                                           "@PJL ENTER LANGUAGE = PCL\n",
-                                           "@PJL SET COPIES = 3\n",
-                                           payload.substr(0, 2048),
-                                           payload.substr(2048, 2048),
-                                           payload.substr(4096),
-                                           "\x1B%-12345X",
-                                           "@PJL RDYMSG DISPLAY = \"\"\n",
-                                           "@PJL RESET\n",
-                                           "\x1B%-12345X"};
-  EXPECT_EQ(fake_.TakeCalls(), JobCalls("Weekly report", pieces));
-}
-
-TEST_F(NbxJobs, WithoutANameHaveTheDefaultOne) {
-  const HvJobInfo job = LibraryJob(0);
-  EXPECT_EQ(HvDatSendString("00FF", Unused, &job, 0), HV_OK);
+  EXPECT_EQ(fake_.TakeCalls(),
+            JobCalls("Weekly report",
+                     {Uel, PjlPanel("Weekly report"), PjlLanguage("PCL"), "@PJL SET COPIES = 3\n",
+                      payload.substr(0, 2048), payload.substr(2048, 2048), payload.substr(4096),
+                      Uel, PjlPanel(""), "@PJL RESET\n", Uel}));
+  // Without a name, and with nothing to send.
+  const HvJobInfo unnamed = LibraryJob(0);
+  EXPECT_EQ(HvDatSendString("00FF", Unused, &unnamed, 0), HV_OK);
   EXPECT_EQ(fake_.TakeCalls(), JobCalls("Pallado Job", {Bytes("\x00\xFF")}));
-}
-
-TEST_F(NbxJobs, AreOpenedEvenForNothing) {
-  const HvJobInfo job = LibraryJob(0, 5, "");
-  EXPECT_EQ(HvGenResource(STORAGE_TARGET_RAM, Unused, &job, 1), HV_OK);
+  const HvJobInfo empty = LibraryJob(0, 5, "");
+  EXPECT_EQ(HvGenResource(STORAGE_TARGET_RAM, Unused, &empty, 1), HV_OK);
   EXPECT_EQ(fake_.TakeCalls(), JobCalls("", {}));
 }
 
@@ -175,25 +156,6 @@ TEST_F(NbxJobs, StopAtTheFirstFailedWrite) {
                 Calls(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(sent)) + Closing);
     }
   }
-}
-
-TEST_F(NbxJobs, NeedASecondAddressWord) {
-  HvJobInfo job = LibraryJob(0);
-  job.nbxAddress2 = 0;
-  const std::string out = folder_ / "out";
-  EXPECT_EQ(HvDatSendString("$abc", out.c_str(), &job, 0), HV_OK);
-  EXPECT_EQ(hvtest::ReadFile(out), "abc");
-  EXPECT_EQ(fake_.TakeCalls(), Calls{});
-}
-
-TEST_F(NbxJobs, ReachTheLibraryWithGoodArgumentsOnly) {
-  const HvJobInfo job = LibraryJob(0);
-  const std::string missing = folder_ / "missing";
-  EXPECT_EQ(HvDatSendString("$abc", nullptr, &job, 0), HV_BAD_ARGUMENT);
-  EXPECT_EQ(HvDatSendString("1B4", Unused, &job, 0), HV_BAD_ARGUMENT);
-  EXPECT_EQ(HvDatSendFile(missing.c_str(), Unused, &job, 0), HV_NOT_FOUND);
-  EXPECT_EQ(HvGenResource(1, Unused, &job, 6), HV_BAD_ARGUMENT);
-  EXPECT_EQ(fake_.TakeCalls(), Calls{});
 }
 
 TEST_F(NbxJobs, NetworkTypesAreTakenInTheirOrder) {
