@@ -11,63 +11,70 @@
 
 namespace {
 
-using hvtest::Bytes;
-using hvtest::MacroInfo;
-using hvtest::MacroJob;
-using hvtest::ReadFile;
-using hvtest::ScopedCurrentFolder;
-using hvtest::SentMacro;
-using hvtest::TestFolder;
+using namespace hvtest;
 using Names = std::vector<std::string>;
 
-const std::string Uel = "\x1B%-12345X";
+class MacroCreate : public testing::Test {
+ protected:
+  SentMacro Create(const std::string& bytes, const HvJobInfo& job, HvMacroInfo info) {
+    const std::string source = folder_.Add("source", bytes);
+    const std::string out = folder_ / "macro";
+    std::filesystem::remove(out);
+    return Sent(HvMacCreate(source.c_str(), out.c_str(), &job, &info), out);
+  }
 
-SentMacro Create(const TestFolder& folder, const std::string& bytes, const HvJobInfo& job,
-                 HvMacroInfo info) {
-  const std::string source = folder.Add("source", bytes);
-  const std::string out = folder / "macro";
-  std::filesystem::remove(out);
-  return hvtest::Sent(HvMacCreate(source.c_str(), out.c_str(), &job, &info), out);
-}
+  const TestFolder folder_;
+};
 
-TEST(MacroCreate, ChecksItsArgumentsBeforeItWrites) {
-  const TestFolder folder;
-  const std::string source = folder.Add("source", "x");
-  folder.Add("SETUP.EXE", "x");
-  folder.Add("a.iniX", "x");
-  std::filesystem::create_directory(folder / "directory");
-  const std::string out = folder / "out";
-  const HvJobInfo job = MacroJob(5);
-  HvMacroInfo info = MacroInfo();
-  const auto code = [&](const std::string& from, const std::string& to) {
-    return HvMacCreate(from.c_str(), to.c_str(), &job, &info);
+// What creating and downloading ask of their arguments alike.
+TEST_F(MacroCreate, AndDownloadCheckTheirArgumentsBeforeTheyWrite) {
+  const std::string source = folder_.Add("source", "x");
+  folder_.Add("SETUP.EXE", "x");
+  folder_.Add("a.iniX", "x");
+  std::filesystem::create_directory(folder_ / "directory");
+  const std::string out = folder_ / "out";
+  const std::string tooLong(261, 'x');
+  const auto expect = [&](const char* from, const char* to, const HvJobInfo* job, uint32_t code) {
+    SCOPED_TRACE(from == nullptr ? "NULL" : from);
+    HvMacroInfo info = MacroInfo();
+    EXPECT_EQ(HvMacCreate(from, to, job, &info), code);
+    EXPECT_EQ(HvMacDownload(from, to, job, &info, MACRO_SEND_RAW, 29), code);
   };
-  EXPECT_EQ(HvMacCreate(nullptr, out.c_str(), &job, &info), HV_BAD_ARGUMENT);
-  EXPECT_EQ(HvMacCreate(source.c_str(), nullptr, &job, &info), HV_BAD_ARGUMENT);
-  EXPECT_EQ(HvMacCreate(source.c_str(), out.c_str(), nullptr, &info), HV_BAD_ARGUMENT);
+  const HvJobInfo job = MacroJob(5);
+  expect(nullptr, out.c_str(), &job, HV_BAD_ARGUMENT);
+  expect(source.c_str(), nullptr, &job, HV_BAD_ARGUMENT);
+  expect(source.c_str(), out.c_str(), nullptr, HV_BAD_ARGUMENT);
   EXPECT_EQ(HvMacCreate(source.c_str(), out.c_str(), &job, nullptr), HV_BAD_ARGUMENT);
-  EXPECT_EQ(code(std::string(261, 'x'), out), HV_BAD_ARGUMENT);
-  EXPECT_EQ(code(source, std::string(261, 'x')), HV_BAD_ARGUMENT);
-  EXPECT_EQ(code(folder / "source", folder / "SOURCE"), HV_BAD_ARGUMENT);
+  EXPECT_EQ(HvMacDownload(source.c_str(), out.c_str(), &job, nullptr, 1, 0), HV_BAD_ARGUMENT);
   for (const int32_t emulation : {-1, 0, 7}) {
     const HvJobInfo bad = MacroJob(emulation);
-    EXPECT_EQ(HvMacCreate(source.c_str(), out.c_str(), &bad, &info), HV_BAD_ARGUMENT);
+    expect(source.c_str(), out.c_str(), &bad, HV_BAD_ARGUMENT);
   }
+  const struct {
+    std::string source;
+    std::string destination;
+    uint32_t code;
+  } cases[] = {
+      {tooLong, out, HV_BAD_ARGUMENT},
+      {source, tooLong, HV_BAD_ARGUMENT},
+      {source, folder_ / "SOURCE", HV_BAD_ARGUMENT},
+      {folder_ / "missing", out, HV_NOT_FOUND},
+      {folder_ / "SETUP.EXE", out, HV_UNUSABLE_FILE},
+      {folder_ / "a.iniX", out, HV_UNUSABLE_FILE},
+      {folder_ / "directory", out, HV_CANNOT_OPEN},
+      {source, folder_ / "none/out", HV_CANNOT_OPEN},
+      // The same file by another name would be emptied before it is read.
+      {source, folder_ / "./source", HV_CANNOT_OPEN},
+  };
+  for (const auto& c : cases) expect(c.source.c_str(), c.destination.c_str(), &job, c.code);
+  HvMacroInfo info = MacroInfo();
   const HvJobInfo high = MacroJob(5, 32768);
   EXPECT_EQ(HvMacCreate(source.c_str(), out.c_str(), &high, &info), HV_BAD_ARGUMENT);
-  EXPECT_EQ(code(folder / "missing", out), HV_NOT_FOUND);
-  EXPECT_EQ(code(folder / "SETUP.EXE", out), HV_UNUSABLE_FILE);
-  EXPECT_EQ(code(folder / "a.iniX", out), HV_UNUSABLE_FILE);
-  EXPECT_EQ(code(folder / "directory", out), HV_CANNOT_OPEN);
-  EXPECT_EQ(code(source, folder / "none/out"), HV_CANNOT_OPEN);
-  // The same file by another name would be emptied before it is read.
-  EXPECT_EQ(code(source, folder / "./source"), HV_CANNOT_OPEN);
   EXPECT_EQ(ReadFile(source), "x");
-  EXPECT_EQ(folder.Names(), (Names{"SETUP.EXE", "a.iniX", "directory", "source"}));
+  EXPECT_EQ(folder_.Names(), (Names{"SETUP.EXE", "a.iniX", "directory", "source"}));
 }
 
-TEST(MacroCreate, WrapsASourceByItsLanguage) {
-  const TestFolder folder;
+TEST_F(MacroCreate, WrapsASourceByItsLanguage) {
   const std::string body = "text\x1B&l3X\x0C" + Uel;
   HvMacroInfo calls = MacroInfo(MACRO_FLAG_CALL_MACRO);
   calls.callMacroId = 7;
@@ -89,29 +96,21 @@ TEST(MacroCreate, WrapsASourceByItsLanguage) {
       {6, 5, MacroInfo(0, "Name"), body},
   };
   for (const auto& c : cases) {
-    const SentMacro macro = Create(folder, body, MacroJob(c.emulation, c.identifier), c.info);
-    EXPECT_EQ(macro.code, HV_OK);
-    EXPECT_EQ(macro.bytes, c.bytes) << c.emulation;
+    // The framing of the job does not count.
+    const HvJobInfo job = MacroJob(c.emulation, c.identifier, JOB_FLAG_PJL | JOB_FLAG_ESC_K);
+    EXPECT_EQ(Create(body, job, c.info), (SentMacro{HV_OK, c.bytes})) << c.emulation;
   }
 }
 
-TEST(MacroCreate, FramesNothingWhateverTheFlags) {
-  const TestFolder folder;
-  const HvJobInfo job = MacroJob(5, 5, JOB_FLAG_PJL | JOB_FLAG_ESC_K);
-  EXPECT_EQ(Create(folder, "x", job, MacroInfo()).bytes, "\x1B&f5y0Xx\x1B&f1X");
-}
-
-TEST(MacroCreate, RefusesAPpdsSourceThatItsCountCannotTell) {
-  const TestFolder folder;
+TEST_F(MacroCreate, RefusesAPpdsSourceThatItsCountCannotTell) {
   for (const std::size_t size : {65532U, 65533U, 65536U}) {
-    const SentMacro macro = Create(folder, std::string(size, 'x'), MacroJob(2), MacroInfo());
+    const SentMacro macro = Create(std::string(size, 'x'), MacroJob(2), MacroInfo());
     EXPECT_EQ(macro.code, size == 65532 ? HV_OK : HV_LIMIT_REACHED) << size;
     EXPECT_EQ(macro.bytes.substr(0, 8), size == 65532 ? Bytes("\x1B[l\xFF\xFF\x01\0\x05") : "");
   }
 }
 
-TEST(MacroCreate, FiltersPostScript) {
-  const TestFolder folder;
+TEST_F(MacroCreate, FiltersPostScript) {
   const std::string comment = "%%Quintar Overlay: An overlay of 23 charac\n";
   const struct {
     std::string source;
@@ -127,15 +126,14 @@ TEST(MacroCreate, FiltersPostScript) {
       {"%%\x1B\x1B%-12345X", "%%\x1B"},
   };
   for (const auto& c : cases) {
-    const SentMacro macro = Create(folder, c.source, MacroJob(3),
-                                   MacroInfo(MACRO_FLAG_FILTER, "An overlay of 23 characters"));
+    const SentMacro macro =
+        Create(c.source, MacroJob(3), MacroInfo(MACRO_FLAG_FILTER, "An overlay of 23 characters"));
     EXPECT_EQ(macro.code, HV_OK);
     EXPECT_EQ(macro.bytes, c.bytes);
   }
 }
 
-TEST(MacroCreate, FiltersPcl) {
-  const TestFolder folder;
+TEST_F(MacroCreate, FiltersPcl) {
   constexpr uint32_t Default = DEFAULT_FILTER_MASK;
   const std::string characters = std::string(140, '@') + "\033E\x0C@PJL\nx";
   const struct {
@@ -172,29 +170,19 @@ TEST(MacroCreate, FiltersPcl) {
   for (const auto& c : cases) {
     HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER_MASK);
     info.filterMask = c.mask;
-    const SentMacro macro = Create(folder, c.source, MacroJob(5), info);
+    const SentMacro macro = Create(c.source, MacroJob(5), info);
     EXPECT_EQ(macro.code, HV_OK);
     EXPECT_EQ(macro.bytes, "\x1B&f5y0X" + c.bytes + "\x1B&f1X") << c.source;
     if (c.mask != Default) continue;
-    EXPECT_EQ(Create(folder, c.source, MacroJob(5), MacroInfo(MACRO_FLAG_FILTER)).bytes,
-              macro.bytes);
+    EXPECT_EQ(Create(c.source, MacroJob(5), MacroInfo(MACRO_FLAG_FILTER)).bytes, macro.bytes);
   }
 }
 
-TEST(MacroCreate, SwitchesTheFilterOnInTheRecordForAMask) {
-  const TestFolder folder;
-  const std::string source = folder.Add("source", "x");
-  HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER_MASK);
-  const HvJobInfo job = MacroJob(5);
-  EXPECT_EQ(HvMacCreate(source.c_str(), (folder / "out").c_str(), &job, &info), HV_OK);
-  EXPECT_EQ(+info.flags, uint32_t{MACRO_FLAG_FILTER_MASK | MACRO_FLAG_FILTER});
-}
-
-TEST(MacroCreate, ConvertsAPclXlJob) {
-  const TestFolder folder;
+TEST_F(MacroCreate, ConvertsAPclXlJob) {
   const TestFolder work;
   const ScopedCurrentFolder here(work.Path());
-  const std::string job = hvtest::OnePagePclXlJob();
+  const std::string job = OnePagePclXlJob();
+  const HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "Letterhead");
   const struct {
     std::string before;
     std::string behind;
@@ -205,25 +193,20 @@ TEST(MacroCreate, ConvertsAPclXlJob) {
       {"", "what follows the session is not read"},
   };
   for (const auto& frame : frames) {
-    const SentMacro macro = Create(folder, frame.before + job + frame.behind, MacroJob(6),
-                                   MacroInfo(MACRO_FLAG_FILTER, "Letterhead"));
-    EXPECT_EQ(macro.code, HV_OK);
-    EXPECT_EQ(macro.bytes, hvtest::ConvertedPclXlJob("Letterhead", false));
-    EXPECT_EQ(work.Names(), Names{});
+    EXPECT_EQ(Create(frame.before + job + frame.behind, MacroJob(6), info),
+              (SentMacro{HV_OK, ConvertedPclXlJob("Letterhead", false)}));
   }
   for (const std::string& bad :
        {std::string("no job"), job.substr(0, job.size() - 1), "x" + job, Bytes("\0") + job}) {
-    const SentMacro macro = Create(folder, bad, MacroJob(6), MacroInfo(MACRO_FLAG_FILTER, "x"));
-    EXPECT_EQ(macro.code, HV_BAD_PCLXL);
-    EXPECT_EQ(macro.bytes, "");
+    EXPECT_EQ(Create(bad, MacroJob(6), info), (SentMacro{HV_BAD_PCLXL, ""}));
     EXPECT_EQ(work.Names(), Names{});
   }
 }
 
-TEST(MacroCreate, DoesNotConvertAFileThatTheConversionNeeds) {
+TEST_F(MacroCreate, DoesNotConvertAFileThatTheConversionNeeds) {
   const TestFolder work;
   const ScopedCurrentFolder here(work.Path());
-  const std::string job = hvtest::OnePagePclXlJob();
+  const std::string job = OnePagePclXlJob();
   work.Add("IN.STR", job);
   work.Add("job", job);
   HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "x");
@@ -236,10 +219,9 @@ TEST(MacroCreate, DoesNotConvertAFileThatTheConversionNeeds) {
   EXPECT_EQ(ReadFile(work / "IN.STR"), job);
 }
 
-TEST(MacroCreate, ConvertsJobsOfSeveralThreadsOneByOne) {
-  const TestFolder folder;
-  const ScopedCurrentFolder here(folder.Path());
-  folder.Add("job", hvtest::OnePagePclXlJob());
+TEST_F(MacroCreate, ConvertsJobsOfSeveralThreadsOneByOne) {
+  const ScopedCurrentFolder here(folder_.Path());
+  folder_.Add("job", OnePagePclXlJob());
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([i] {
@@ -248,12 +230,12 @@ TEST(MacroCreate, ConvertsJobsOfSeveralThreadsOneByOne) {
         HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, name);
         const HvJobInfo job = MacroJob(6);
         EXPECT_EQ(HvMacCreate("job", name.c_str(), &job, &info), HV_OK);
-        EXPECT_EQ(ReadFile(name), hvtest::ConvertedPclXlJob(name, false));
+        EXPECT_EQ(ReadFile(name), ConvertedPclXlJob(name, false));
       }
     });
   }
   for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(folder.Names(), (Names{"job", "stream0", "stream1", "stream2", "stream3"}));
+  EXPECT_EQ(folder_.Names(), (Names{"job", "stream0", "stream1", "stream2", "stream3"}));
 }
 
 }  // namespace

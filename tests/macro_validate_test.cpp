@@ -10,10 +10,7 @@
 
 namespace {
 
-using hvtest::Bytes;
-using hvtest::MacroInfo;
-using hvtest::MacroJob;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 struct Finding {
   uint32_t code = 0;
@@ -21,41 +18,49 @@ struct Finding {
   HvMacroInfo info = {};
 };
 
-Finding Validate(const TestFolder& folder, const std::string& bytes, int32_t emulation,
-                 uint32_t flags = 0) {
-  const std::string source = folder.Add("source", bytes);
-  Finding found;
-  found.job = MacroJob(emulation, 99);
-  found.info = MacroInfo(flags, "before", STORAGE_DEVICE_FLASH2);
-  found.info.macroId = 98;
-  found.code = HvMacValidate(source.c_str(), &found.job, &found.info);
-  return found;
-}
+class MacroValidate : public testing::Test {
+ protected:
+  Finding Validate(const std::string& bytes, int32_t emulation, uint32_t flags = 0,
+                   uint32_t mask = 0) {
+    const std::string source = folder_.Add("source", bytes);
+    Finding found;
+    found.job = MacroJob(emulation, 99);
+    found.info = MacroInfo(flags, "before", STORAGE_DEVICE_FLASH2);
+    found.info.macroId = 98;
+    found.info.filterMask = mask;
+    found.code = HvMacValidate(source.c_str(), &found.job, &found.info);
+    if (found.code != HV_OK) ExpectUntouched(found, bytes);
+    return found;
+  }
 
-void ExpectUntouched(const Finding& found, const std::string& what) {
-  EXPECT_STREQ(found.info.name, "before") << what;
-  EXPECT_EQ(+found.info.target, uint32_t{STORAGE_DEVICE_FLASH2}) << what;
-  EXPECT_EQ(+found.info.macroId, 98) << what;
-  EXPECT_EQ(+found.job.identifier, 99) << what;
-}
+  static void ExpectUntouched(const Finding& found, const std::string& what) {
+    EXPECT_STREQ(found.info.name, "before") << what;
+    EXPECT_EQ(+found.info.target, uint32_t{STORAGE_DEVICE_FLASH2}) << what;
+    EXPECT_EQ(+found.info.macroId, 98) << what;
+    EXPECT_EQ(+found.job.identifier, 99) << what;
+  }
 
-TEST(MacroValidate, ChecksItsArguments) {
-  const TestFolder folder;
+  const TestFolder folder_;
+};
+
+TEST_F(MacroValidate, ChecksItsArguments) {
   HvJobInfo job = MacroJob(5);
   HvMacroInfo info = MacroInfo();
+  const std::string source = folder_.Add("source", "text");
   const std::string tooLong(261, 'x');
   EXPECT_EQ(HvMacValidate(nullptr, &job, &info), HV_BAD_ARGUMENT);
   EXPECT_EQ(HvMacValidate(tooLong.c_str(), &job, &info), HV_BAD_ARGUMENT);
-  EXPECT_EQ(HvMacValidate((folder / "missing.exe").c_str(), &job, &info), HV_NOT_FOUND);
-  EXPECT_EQ(HvMacValidate(folder.Add("a.Dll", "x").c_str(), &job, &info), HV_UNUSABLE_FILE);
-  EXPECT_EQ(HvMacValidate(folder.Path().string().c_str(), &job, &info), HV_CANNOT_OPEN);
+  EXPECT_EQ(HvMacValidate(source.c_str(), nullptr, &info), HV_BAD_ARGUMENT);
+  EXPECT_EQ(HvMacValidate(source.c_str(), &job, nullptr), HV_BAD_ARGUMENT);
+  EXPECT_EQ(HvMacValidate((folder_ / "missing.exe").c_str(), &job, &info), HV_NOT_FOUND);
+  EXPECT_EQ(HvMacValidate(folder_.Add("a.Dll", "x").c_str(), &job, &info), HV_UNUSABLE_FILE);
+  EXPECT_EQ(HvMacValidate(folder_.Path().string().c_str(), &job, &info), HV_CANNOT_OPEN);
   for (const int32_t emulation : {-1, 0, 1, 4, 7}) {
-    EXPECT_EQ(Validate(folder, "text", emulation).code, HV_BAD_ARGUMENT) << emulation;
+    EXPECT_EQ(Validate("text", emulation).code, HV_BAD_ARGUMENT) << emulation;
   }
 }
 
-TEST(MacroValidate, KnowsAPclMacroByItsTwoEnds) {
-  const TestFolder folder;
+TEST_F(MacroValidate, KnowsAPclMacroByItsTwoEnds) {
   const struct {
     std::string bytes;
     int identifier;  // -1: no macro
@@ -86,21 +91,16 @@ TEST(MacroValidate, KnowsAPclMacroByItsTwoEnds) {
       {"", -1},
   };
   for (const auto& c : cases) {
-    const Finding found = Validate(folder, c.bytes, 5);
-    if (c.identifier < 0) {
-      EXPECT_EQ(found.code, HV_WRONG_LANGUAGE) << c.bytes;
-      ExpectUntouched(found, c.bytes);
-      continue;
-    }
-    EXPECT_EQ(found.code, HV_OK) << c.bytes;
+    const Finding found = Validate(c.bytes, 5);
+    EXPECT_EQ(found.code, c.identifier < 0 ? HV_WRONG_LANGUAGE : HV_OK) << c.bytes;
+    if (c.identifier < 0) continue;
     EXPECT_EQ(+found.info.macroId, c.identifier) << c.bytes;
     EXPECT_EQ(+found.job.identifier, c.identifier) << c.bytes;
     EXPECT_STREQ(found.info.name, "before");
   }
 }
 
-TEST(MacroValidate, FindsNameAndPlaceOfAPostScriptMacro) {
-  const TestFolder folder;
+TEST_F(MacroValidate, FindsNameAndPlaceOfAPostScriptMacro) {
   const std::string demo = "statusdict begin currentfilenameextend false setfilenameextend end";
   const struct {
     std::string bytes;
@@ -130,13 +130,9 @@ TEST(MacroValidate, FindsNameAndPlaceOfAPostScriptMacro) {
       {"", 0, nullptr, 0, false},
   };
   for (const auto& c : cases) {
-    const Finding found = Validate(folder, c.bytes, 3, c.flags);
-    if (c.name == nullptr) {
-      EXPECT_EQ(found.code, HV_WRONG_LANGUAGE) << c.bytes;
-      ExpectUntouched(found, c.bytes);
-      continue;
-    }
-    EXPECT_EQ(found.code, HV_OK) << c.bytes;
+    const Finding found = Validate(c.bytes, 3, c.flags);
+    EXPECT_EQ(found.code, c.name == nullptr ? HV_WRONG_LANGUAGE : HV_OK) << c.bytes;
+    if (c.name == nullptr) continue;
     EXPECT_STREQ(found.info.name, c.name) << c.bytes;
     EXPECT_EQ(+found.info.target, c.target) << c.bytes;
     EXPECT_EQ((found.info.flags & MACRO_FLAG_DEMO) != 0, c.isDemo) << c.bytes;
@@ -144,8 +140,7 @@ TEST(MacroValidate, FindsNameAndPlaceOfAPostScriptMacro) {
   }
 }
 
-TEST(MacroValidate, FindsTheNameOfAPostScriptOverlay) {
-  const TestFolder folder;
+TEST_F(MacroValidate, FindsTheNameOfAPostScriptOverlay) {
   const std::string comment = "%%Quintar Overlay: ";
   const struct {
     std::string bytes;
@@ -164,23 +159,21 @@ TEST(MacroValidate, FindsTheNameOfAPostScriptOverlay) {
       {"", nullptr},
   };
   for (const auto& c : cases) {
-    const Finding found = Validate(folder, c.bytes, 3, MACRO_FLAG_PS_OVERLAY);
+    const Finding found = Validate(c.bytes, 3, MACRO_FLAG_PS_OVERLAY);
     EXPECT_EQ(found.code, c.name == nullptr ? HV_WRONG_LANGUAGE : HV_OK) << c.bytes;
     EXPECT_STREQ(found.info.name, c.name == nullptr ? "before" : c.name) << c.bytes;
   }
 }
 
-TEST(MacroValidate, KnowsAPpdsMacroByItsStart) {
-  const TestFolder folder;
-  EXPECT_EQ(Validate(folder, Bytes("\x1B[l\x05\0\x01\0\x07xy"), 2).code, HV_OK);
-  EXPECT_EQ(Validate(folder, "\x1B[Lx", 2).code, HV_WRONG_LANGUAGE);
+TEST_F(MacroValidate, KnowsAPpdsMacroByItsStart) {
+  EXPECT_EQ(Validate(Bytes("\x1B[l\x05\0\x01\0\x07xy"), 2).code, HV_OK);
+  EXPECT_EQ(Validate("\x1B[Lx", 2).code, HV_WRONG_LANGUAGE);
   // What is too short to tell passes.
-  EXPECT_EQ(Validate(folder, "ab", 2).code, HV_OK);
-  EXPECT_EQ(Validate(folder, "", 2).code, HV_OK);
+  EXPECT_EQ(Validate("ab", 2).code, HV_OK);
+  EXPECT_EQ(Validate("", 2).code, HV_OK);
 }
 
-TEST(MacroValidate, RefusesPclXlJobsOfOtherLanguages) {
-  const TestFolder folder;
+TEST_F(MacroValidate, RefusesPclXlJobsOfOtherLanguages) {
   const std::string macro = "\x1B&f12y0Xbody\x1B&f1X";
   const struct {
     std::string text;
@@ -199,36 +192,31 @@ TEST(MacroValidate, RefusesPclXlJobsOfOtherLanguages) {
     for (const std::size_t before : {std::size_t{0}, std::size_t{1015}, std::size_t{1020}}) {
       const std::string bytes = macro + std::string(before, 'x') + c.text;
       for (const int32_t emulation : {2, 3, 4, 5}) {
-        const bool refused = Validate(folder, bytes, emulation).code == HV_PCLXL_JOB;
+        const bool refused = Validate(bytes, emulation).code == HV_PCLXL_JOB;
         EXPECT_EQ(refused, c.announces) << c.text << " behind " << before;
       }
     }
   }
 }
 
-TEST(MacroValidate, FiltersFirstWhereThatIsAskedFor) {
-  const TestFolder folder;
+TEST_F(MacroValidate, FiltersFirstWhereThatIsAskedFor) {
   const std::string framed =
       "\x1B%-12345X@PJL ENTER LANGUAGE = PCL\n\x1B&f12y0X\033E\x1B&f1X\x1B%-12345X";
-  EXPECT_EQ(Validate(folder, framed, 5).code, HV_WRONG_LANGUAGE);
-  const Finding found = Validate(folder, framed, 5, MACRO_FLAG_FILTER);
+  EXPECT_EQ(Validate(framed, 5).code, HV_WRONG_LANGUAGE);
+  const Finding found = Validate(framed, 5, MACRO_FLAG_FILTER);
   EXPECT_EQ(found.code, HV_OK);
   EXPECT_EQ(+found.info.macroId, 12);
 
   const TestFolder temporary;
-  const hvtest::ScopedVariable tmp("TMP", temporary.Path().string());
-  const std::string source = folder.Add("source", framed);
-  HvJobInfo job = MacroJob(5);
-  HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER_MASK);
-  info.filterMask = FILTER_DROP_MACRO_DEFINITION;
-  EXPECT_EQ(HvMacValidate(source.c_str(), &job, &info), HV_WRONG_LANGUAGE);
-  EXPECT_EQ(+info.flags, uint32_t{MACRO_FLAG_FILTER_MASK | MACRO_FLAG_FILTER});
+  const ScopedVariable tmp("TMP", temporary.Path().string());
+  const Finding masked = Validate(framed, 5, MACRO_FLAG_FILTER_MASK, FILTER_DROP_MACRO_DEFINITION);
+  EXPECT_EQ(masked.code, HV_WRONG_LANGUAGE);
+  EXPECT_EQ(+masked.info.flags, uint32_t{MACRO_FLAG_FILTER_MASK | MACRO_FLAG_FILTER});
   EXPECT_EQ(temporary.Names(), std::vector<std::string>{});
-  EXPECT_EQ(hvtest::ReadFile(source), framed);
+  EXPECT_EQ(ReadFile(folder_ / "source"), framed);
 }
 
-TEST(MacroValidate, FindsTheNameOfAPclXlStream) {
-  const TestFolder folder;
+TEST_F(MacroValidate, FindsTheNameOfAPclXlStream) {
   const std::string header = ") HP-PCL XL;1;1;\n";
   const std::string name = "\xC8\xC0\x04Logo\xF8\x8B[";
   const std::string longName =
@@ -239,7 +227,7 @@ TEST(MacroValidate, FindsTheNameOfAPclXlStream) {
     uint32_t code;
     const char* name;
   } cases[] = {
-      {hvtest::ConvertedPclXlJob("Letterhead", false), HV_OK, "Letterhead"},
+      {ConvertedPclXlJob("Letterhead", false), HV_OK, "Letterhead"},
       {header + name, HV_OK, "Logo"},
       {header + longName, HV_OK, "12345678901234567890123"},
       {header + std::string(489, 'x') + name, HV_OK, "Logo"},
@@ -255,22 +243,21 @@ TEST(MacroValidate, FindsTheNameOfAPclXlStream) {
       {"", HV_READ_FAILED, "before"},
   };
   for (const auto& c : cases) {
-    const Finding found = Validate(folder, c.bytes, 6);
+    const Finding found = Validate(c.bytes, 6);
     EXPECT_EQ(found.code, c.code) << c.bytes;
     EXPECT_STREQ(found.info.name, c.name) << c.bytes;
     EXPECT_EQ(+found.info.macroId, 98);
   }
 }
 
-TEST(MacroValidate, TellsWhetherAPclXlJobCanBeConverted) {
-  const TestFolder folder;
+TEST_F(MacroValidate, TellsWhetherAPclXlJobCanBeConverted) {
   const TestFolder work;
-  const hvtest::ScopedCurrentFolder here(work.Path());
-  const std::string job = hvtest::OnePagePclXlJob();
-  const Finding good = Validate(folder, job, 6, MACRO_FLAG_FILTER);
+  const ScopedCurrentFolder here(work.Path());
+  const std::string job = OnePagePclXlJob();
+  const Finding good = Validate(job, 6, MACRO_FLAG_FILTER);
   EXPECT_EQ(good.code, HV_OK);
   ExpectUntouched(good, "a job");
-  EXPECT_EQ(Validate(folder, job.substr(1), 6, MACRO_FLAG_FILTER).code, HV_BAD_PCLXL);
+  EXPECT_EQ(Validate(job.substr(1), 6, MACRO_FLAG_FILTER).code, HV_BAD_PCLXL);
   EXPECT_EQ(work.Names(), std::vector<std::string>{});
 }
 

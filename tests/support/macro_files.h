@@ -30,7 +30,13 @@ inline HvMacroInfo MacroInfo(uint32_t flags = 0, const std::string& name = "",
 struct SentMacro {
   uint32_t code;
   std::string bytes;
+
+  bool operator==(const SentMacro&) const = default;
 };
+
+inline void PrintTo(const SentMacro& sent, std::ostream* out) {
+  *out << "code " << sent.code << ", " << testing::PrintToString(sent.bytes);
+}
 
 inline SentMacro Sent(uint32_t code, const std::string& destination) {
   return {code, std::filesystem::exists(destination) ? ReadFile(destination) : "(none)"};
