@@ -1,5 +1,4 @@
-// What hvapi prints for the shells and for man, taken by those programs, and its advice on
-// mistyped words.
+// What hvapi prints for the shells and for man, taken by those programs.
 
 #include <gtest/gtest.h>
 
@@ -9,18 +8,14 @@
 #include <sstream>
 #include <string>
 
+#include "support/hvapi_program.h"
 #include "support/public_header.h"
-#include "support/run_program.h"
 #include "support/test_folder.h"
 
 namespace {
 
-using hvtest::ProgramRun;
-using hvtest::ReadFile;
-using hvtest::RunProgram;
-using hvtest::TestFolder;
+using namespace hvtest;
 
-const std::string Hvapi = TEST_BINARY_FOLDER "/hvapi";
 const std::string Pages = TEST_BINARY_FOLDER "/pages";
 
 bool IsInstalled(const std::string& program) {
@@ -29,11 +24,11 @@ bool IsInstalled(const std::string& program) {
 
 TEST(Completion, OffersTheWordsOfThePlace) {
   const TestFolder folder;
+  const ScopedCurrentFolder here(folder.Path());
   folder.Add("brief.sfp", "");
-  const std::string script =
-      folder.Add("hvapi.bash", RunProgram(Hvapi, {"completion", "bash"}).output);
+  folder.Add("hvapi.bash", Hvapi("completion bash").output);
   const struct {
-    const char* words;
+    std::string words;
     std::string offered;
   } cases[] = {
       {"hvapi sen", "send\n"},
@@ -44,11 +39,10 @@ TEST(Completion, OffersTheWordsOfThePlace) {
       {"hvapi font info bri", "brief.sfp\n"},
   };
   for (const auto& c : cases) {
-    const std::string complete = "cd '" + folder.Path().string() + "' && source '" + script +
-                                 "' && COMP_WORDS=(" + c.words +
-                                 ") && COMP_CWORD=$((${#COMP_WORDS[@]} - 1)) && _hvapi && printf "
-                                 "'%s\\n' \"${COMPREPLY[@]}\"";
-    const ProgramRun run = RunProgram("bash", {"-c", complete});
+    const ProgramRun run = RunProgram(
+        "bash", {"-c", "source ./hvapi.bash && COMP_WORDS=(" + c.words +
+                           ") && COMP_CWORD=$((${#COMP_WORDS[@]} - 1)) && _hvapi && printf "
+                           "'%s\\n' \"${COMPREPLY[@]}\""});
     EXPECT_EQ(run.output, c.offered) << c.words;
     EXPECT_EQ(run.errors, "") << c.words;
   }
@@ -58,7 +52,7 @@ TEST(Completion, IsAScriptOfItsShell) {
   const TestFolder folder;
   for (const std::string shell : {"zsh", "fish"}) {
     if (!IsInstalled(shell)) continue;
-    const std::string script = folder.Add(shell, RunProgram(Hvapi, {"completion", shell}).output);
+    const std::string script = folder.Add(shell, Hvapi("completion " + shell).output);
     const ProgramRun run = RunProgram(shell, {"-n", script});
     EXPECT_EQ(run.status, 0) << shell << run.errors;
   }
@@ -68,7 +62,7 @@ TEST(Completion, IsAScriptOfItsShell) {
 }
 
 TEST(Manual, IsAPageWithoutFaults) {
-  const ProgramRun page = RunProgram(Hvapi, {"manual"});
+  const ProgramRun page = Hvapi("manual");
   EXPECT_EQ(page.output.rfind(".TH HVAPI 1 ", 0), 0U);
   EXPECT_NE(page.output.find("\n.SS \"hvapi storage format "), std::string::npos);
   EXPECT_EQ(page.output, ReadFile(Pages + "/hvapi.1"));
@@ -89,24 +83,7 @@ TEST(Manual, HasAWordOnEachFunction) {
     EXPECT_TRUE(std::isupper(word.front()) != 0 && word.back() == '.') << line << "\n" << word;
     described.insert(line.substr(3));
   }
-  EXPECT_EQ(described, hvtest::DeclaredFunctions(TEST_SOURCE_FOLDER));
-}
-
-TEST(MistypedWords, BringTheNearestCommandToMind) {
-  const struct {
-    std::vector<std::string> words;
-    std::string said;
-  } cases[] = {
-      {{"senf"}, "\"senf\" is not a command, \"send\" is; see \"hvapi --help\""},
-      {{"queue", "lst"}, "\"lst\" is not a command, \"list\" is; see \"hvapi queue --help\""},
-      {{"elephant"}, "\"elephant\" is not a command; see \"hvapi --help\""},
-      {{"x"}, "\"x\" is not a command; see \"hvapi --help\""},
-  };
-  for (const auto& c : cases) {
-    const ProgramRun run = RunProgram(Hvapi, c.words);
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors, "hvapi: " + c.said + " (code 1)\n");
-  }
+  EXPECT_EQ(described, DeclaredFunctions(TEST_SOURCE_FOLDER));
 }
 
 }  // namespace
