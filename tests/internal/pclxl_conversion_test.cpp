@@ -9,14 +9,13 @@
 #include "pclxl/stream_conversion.h"
 #include "support/jobs.h"
 #include "support/pclxl_jobs.h"
-#include "support/pclxl_walker.h"
 #include "support/test_folder.h"
 
 namespace {
 
-using hvtest::Bytes;
+using namespace hvtest;
 
-const std::string Header = ") HP-PCL XL;1;1;\n";
+const std::string& Header = PclXlHeader;
 const std::string Settings = Bytes("\xD1\x2C\x01\x2C\x01\xF8\x89\xC0\x00\xF8\x86\x41");
 const std::string PageBegin = Bytes("\xC0\x00\xF8\x28\xC0\x02\xF8\x25\x43");
 const std::string PageEnd = Bytes("\xC1\x02\x00\xF8\x31\x44");
@@ -25,16 +24,18 @@ const std::string SessionEnd = "\x42";
 struct Conversion {
   uint32_t code;
   std::string job;
+
+  bool operator==(const Conversion&) const = default;
 };
 
 // Converts in a folder of its own and looks at nothing but the result.
 Conversion Convert(const std::string& job, const char* name = "Logo", uint32_t execute = 0) {
-  const hvtest::TestFolder folder;
-  const hvtest::ScopedCurrentFolder current(folder.Path());
-  hvtest::WriteFile("in.str", job);
+  const TestFolder folder;
+  const ScopedCurrentFolder current(folder.Path());
+  WriteFile("in.str", job);
   const hv::PclXlWorkFiles files;
   Conversion conversion = {hv::PclXlConvertStream(files, name, execute), {}};
-  if (conversion.code == hv::PclXlOk) conversion.job = hvtest::ReadFile("out.str");
+  if (conversion.code == hv::PclXlOk) conversion.job = ReadFile("out.str");
   files.Remove();
   EXPECT_TRUE(folder.Names().empty());
   return conversion;
@@ -68,37 +69,33 @@ std::string OnePage(const std::string& operators) {
   return Header + Settings + PageBegin + operators + PageEnd + SessionEnd;
 }
 
-// What follows the header in the jobs below, written out.
-const std::string OutputSession = Bytes(
-    "\xD1\x58\x02\x58\x02\xF8\x89\xC0\x00\xF8\x86\xC0\x03\xF8\x8F\x41"
-    "\xC0\x00\xF8\x88\xC0\x01\xF8\x82\x48");
+// The job that one with the settings above becomes.
+Conversion Converted(const std::string& page) {
+  return {hv::PclXlOk, PclXlStreamJob(Settings, "Logo", page, false)};
+}
 
 TEST(PclXlConversion, WritesTheJobByteForByte) {
   // SetCursor, Text, and an image whose data hold operators and an ESC.
   const std::string page =
       Bytes("\xD3\x0A\x00\x14\x00\xF8\x4C\x6B") + Bytes("\xC8\xC0\x02Hi\xF8\xAB\xA8") +
       Bytes("\xC1\x00\x00\xF8\x6D\xC1\x01\x00\xF8\x63\xB1\xFA\x05\x00\x00\x00\x44\x43\x1B\x42\x00");
-  const std::string begin = Header + OutputSession + Bytes("\xC8\xC0\x0C") + Settings +
-                            Bytes("\xF8\x81\x47") + Bytes("\xC8\xC0\x04Logo\xF8\x8B\x5B") +
-                            Bytes("\xC2\x36\x00\x00\x00\xF8\x8C\x5C") +
-                            Bytes("\xFA\x36\x00\x00\x00") + Header + page;
-  ASSERT_EQ(page.size() + Header.size(), 0x36U);
-
-  const Conversion defined = Convert(OnePage(page));
-  EXPECT_EQ(defined.code, hv::PclXlOk);
-  EXPECT_EQ(defined.job, begin + Bytes("\x5D\x49\x42"));
-
-  const Conversion run = Convert(OnePage(page), "Logo", 1);
-  EXPECT_EQ(run.job, begin + Bytes("\x5D\xC0\x00\xF8\x28\xC0\x00\xF8\x25\xC0\x01\xF8\x26\x43"
-                                   "\xC8\xC0\x04Logo\xF8\x8B\x5E\xC1\x01\x00\xF8\x31\x44\x49\x42"));
+  const std::string begin =
+      Bytes(
+          ") HP-PCL XL;1;1;\n\xD1\x58\x02\x58\x02\xF8\x89\xC0\x00\xF8\x86\xC0\x03\xF8\x8F\x41"
+          "\xC0\x00\xF8\x88\xC0\x01\xF8\x82\x48\xC8\xC0\x0C") +
+      Settings +
+      Bytes(
+          "\xF8\x81\x47\xC8\xC0\x04Logo\xF8\x8B\x5B\xC2\x36\x00\x00\x00\xF8\x8C\x5C"
+          "\xFA\x36\x00\x00\x00) HP-PCL XL;1;1;\n") +
+      page;
+  EXPECT_EQ(Convert(OnePage(page)), (Conversion{0, begin + Bytes("\x5D\x49\x42")}));
+  EXPECT_EQ(Convert(OnePage(page), "Logo", 1).job,
+            begin + Bytes("\x5D\xC0\x00\xF8\x28\xC0\x00\xF8\x25\xC0\x01\xF8\x26\x43"
+                          "\xC8\xC0\x04Logo\xF8\x8B\x5E\xC1\x01\x00\xF8\x31\x44\x49\x42"));
 }
 
 TEST(PclXlConversion, AcceptsHeadersAndRefusesOthers) {
-  struct Case {
-    const char* header;
-    uint32_t code;
-  };
-  constexpr Case cases[] = {
+  constexpr std::pair<const char*, uint32_t> cases[] = {
       {") HP-PCL XL;1;1;\n", 0},
       {") PCL XL;1;1;\n", 0},
       {") HP-PCL XL;1;1;Comment by a driver\r\n", 0},
@@ -117,9 +114,8 @@ TEST(PclXlConversion, AcceptsHeadersAndRefusesOthers) {
       {") HP-PCL XL;1,1;\n", 49},
       {") HP-PCL XL;1;1 \n", 49},
   };
-  for (const Case& each : cases) {
-    SCOPED_TRACE(each.header);
-    EXPECT_EQ(Read(each.header + Settings + PageBegin + PageEnd + SessionEnd), each.code);
+  for (const auto& [header, code] : cases) {
+    EXPECT_EQ(Read(header + Settings + PageBegin + PageEnd + SessionEnd), code) << header;
   }
   for (std::size_t length = 0; length < Header.size(); ++length) {
     EXPECT_EQ(Read(Header.substr(0, length)), 1U) << length;
@@ -128,17 +124,13 @@ TEST(PclXlConversion, AcceptsHeadersAndRefusesOthers) {
 
 TEST(PclXlConversion, GivesTheReasonForEachRefusal) {
   const std::string open = Bytes("\xC0\x00\xF8\x88\x48");
-  const std::string values100 = [] {
-    std::string values;
-    for (int i = 0; i < 100; ++i) values += hvtest::PclXlUbyte(i, 0x4C);
-    return values;
-  }();
-  struct Case {
+  std::string values100;
+  for (int i = 0; i < 100; ++i) values100 += PclXlUbyte(i, 0x4C);
+  const struct {
     const char* what;
     std::string afterHeader;
     uint32_t code;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"a session without a page", Settings + SessionEnd, 53},
       {"nothing", "", 1},
       {"another first operator", Bytes("\xB1") + Settings, 2},
@@ -162,15 +154,13 @@ TEST(PclXlConversion, GivesTheReasonForEachRefusal) {
       {"ESC", Settings + "\x1B%-12345X", 1},
       {"an array with a length of 32 bits", Settings + Bytes("\xC8\xC2\x01\x00\x00\x00x"), 54},
       {"an array that ends early", Settings + Bytes("\xC9\xC1\x00\x01") + "xxx", 1},
-      {"embedded data that end early", Settings + PageBegin + Bytes("\xFA\xFF\xFF\xFF\xFF") + "x",
-       1},
+      {"data that end early", Settings + PageBegin + Bytes("\xFA\xFF\xFF\xFF\xFF") + "x", 1},
       {"101 values", Settings + PageBegin + values100 + "\xC0\x01\xF8\x4C\x6B", 54},
       {"no end of the page", Settings + PageBegin + "\x6B", 1},
       {"no end of the session", Settings + PageBegin + PageEnd, 1},
   };
-  for (const Case& each : cases) {
-    SCOPED_TRACE(each.what);
-    EXPECT_EQ(Read(Header + each.afterHeader), each.code);
+  for (const auto& each : cases) {
+    EXPECT_EQ(Read(Header + each.afterHeader), each.code) << each.what;
   }
   EXPECT_EQ(Read(OnePage(values100 + "\x6B")), 0U);
   EXPECT_EQ(Read(Header + Settings + open + PageBegin + PageEnd + "\x49\x42" + "junk"), 0U);
@@ -199,36 +189,23 @@ TEST(PclXlConversion, KnowsEachByteThatMayBeginAnOperator) {
 }
 
 TEST(PclXlConversion, CarriesSettingsOfUpTo255Bytes) {
-  for (const int length : {16, 255, 256}) {
-    SCOPED_TRACE(length);
-    std::string settings;
+  for (const std::size_t length : {16U, 255U, 256U}) {
     // A comment as an array fills up what 3 bytes of its begin, 2 of its attribute and the operator
     // leave.
-    settings = hvtest::PclXlText(std::string(static_cast<std::size_t>(length - 6), 'c'), 0x81);
-    settings += "\x41";
-    ASSERT_EQ(settings.size(), static_cast<std::size_t>(length));
-    const Conversion conversion =
-        Convert(Header + settings + PageBegin + PageEnd + SessionEnd, "N");
-    if (length > 255) {
-      EXPECT_EQ(conversion.code, 54U);
-      continue;
-    }
-    ASSERT_EQ(conversion.code, 0U);
-    const std::vector<hvtest::PclXlOperator> operators = hvtest::WalkPclXl(conversion.job);
-    ASSERT_GT(operators.size(), 2U);
-    EXPECT_EQ(operators[2].tag, 0x47);
-    EXPECT_EQ(operators[2].values.at(0x81), settings);
+    const std::string settings = PclXlText(std::string(length - 6, 'c'), 0x81) + "\x41";
+    ASSERT_EQ(settings.size(), length);
+    const Conversion expected =
+        length > 255 ? Conversion{54, ""} : Conversion{0, PclXlStreamJob(settings, "N", "", false)};
+    EXPECT_EQ(Convert(Header + settings + PageBegin + PageEnd + SessionEnd, "N"), expected);
   }
 }
 
 // Fonts of the session stay behind, whatever their data look like.
 TEST(PclXlConversion, TakesTheOperatorsOfThePageAlone) {
-  const std::string font = hvtest::PclXlText("FONT", 0xA8) + "\x4F" + hvtest::PclXlUint16(4, 0xA7) +
-                           "\x50" + Bytes("\xFB\x04\x43\x44\x1B\xFF") + "\x51\x52\x53\x54";
-  const Conversion conversion =
-      Convert(Header + Settings + font + PageBegin + "\x84\x85" + PageEnd + SessionEnd);
-  ASSERT_EQ(conversion.code, 0U);
-  EXPECT_EQ(hvtest::PclXlStreamBody(hvtest::WalkPclXl(conversion.job)), Header + "\x84\x85");
+  const std::string font = PclXlText("FONT", 0xA8) + "\x4F" + PclXlUint16(4, 0xA7) + "\x50" +
+                           Bytes("\xFB\x04\x43\x44\x1B\xFF") + "\x51\x52\x53\x54";
+  EXPECT_EQ(Convert(Header + Settings + font + PageBegin + "\x84\x85" + PageEnd + SessionEnd),
+            Converted("\x84\x85"));
 }
 
 // Runs longer and shorter than the buffers, and an EndPage whose values begin in one buffer and end
@@ -236,15 +213,9 @@ TEST(PclXlConversion, TakesTheOperatorsOfThePageAlone) {
 TEST(PclXlConversion, KeepsPagesAcrossItsBuffers) {
   for (const std::size_t before : {0U, 1000U, 16000U, 16300U, 16330U, 16350U, 16384U, 40000U}) {
     for (const std::size_t values : {0U, 300U, 20000U}) {
-      SCOPED_TRACE(std::to_string(before) + " " + std::to_string(values));
-      const std::string page = "\xB1" + hvtest::PclXlData(std::string(before, '\x1B'));
-      const std::string comment =
-          values == 0 ? "" : hvtest::PclXlText(std::string(values, 'v'), 0x81);
-      const Conversion conversion =
-          Convert(Header + Settings + PageBegin + page + comment + PageEnd + SessionEnd);
-      ASSERT_EQ(conversion.code, 0U);
-      const std::string body = hvtest::PclXlStreamBody(hvtest::WalkPclXl(conversion.job));
-      EXPECT_TRUE(body == Header + page) << body.size();
+      const std::string page = "\xB1" + PclXlData(std::string(before, '\x1B'));
+      const std::string comment = values == 0 ? "" : PclXlText(std::string(values, 'v'), 0x81);
+      EXPECT_TRUE(Convert(OnePage(page + comment)) == Converted(page)) << before << " " << values;
     }
   }
 }
@@ -273,9 +244,9 @@ TEST(PclXlConversion, SaysWhereItStopped) {
 
 TEST(PclXlConversion, FailsOverItsWorkFiles) {
   for (const char* taken : {"in.str", "temp.str", "out.str"}) {
-    const hvtest::TestFolder folder;
-    const hvtest::ScopedCurrentFolder current(folder.Path());
-    hvtest::WriteFile("in.str", OnePage("\x84"));
+    const TestFolder folder;
+    const ScopedCurrentFolder current(folder.Path());
+    WriteFile("in.str", OnePage("\x84"));
     // A directory of the name is in the way.
     std::filesystem::remove(taken);
     std::filesystem::create_directory(taken);

@@ -6,22 +6,16 @@
 #include <string>
 
 #include "support/fake_nbx.h"
+#include "support/hvapi_program.h"
 #include "support/posix/cups_server.h"
 #include "support/posix/socket_peer.h"
-#include "support/run_program.h"
 #include "support/test_folder.h"
 #include "support/zip_builder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::CupsServer;
-using hvtest::ProgramRun;
-using hvtest::RunProgram;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
-
-const std::string Hvapi = TEST_BINARY_FOLDER "/hvapi";
+using namespace hvtest;
 
 class Doctor : public testing::Test {
  protected:
@@ -38,14 +32,14 @@ class Doctor : public testing::Test {
 
   TestFolder folder_;
   // No scheduler answers at this port.
-  hvtest::Listener listener_;
+  Listener listener_;
   ScopedVariable server_{"CUPS_SERVER", "127.0.0.1:1"};
   ScopedVariable spool_{"HVAPI_SPOOL", folder_ / "spool"};
   ScopedVariable library_{"HVAPI_NBXCHAN", ""};
 };
 
 TEST_F(Doctor, TellsWhatIsMissing) {
-  const ProgramRun run = RunProgram(Hvapi, {"doctor"});
+  const ProgramRun run = Hvapi("doctor");
   EXPECT_EQ(run.status, 0) << run.errors;
   EXPECT_EQ(LineOf("library", run.output), "library ok 8.3, " TEST_BINARY_FOLDER "/libHvApiW32.so");
   EXPECT_EQ(LineOf("spool folder", run.output),
@@ -56,27 +50,25 @@ TEST_F(Doctor, TellsWhatIsMissing) {
             "queues missing none; needed unless a printer is named by its address");
   EXPECT_NE(run.output.find("\nCUPS "), std::string::npos);
   EXPECT_EQ(run.output.find("fault"), std::string::npos);
-  // It has made nothing.
-  EXPECT_FALSE(fs::exists(folder_.Path() / "spool"));
+  EXPECT_TRUE(folder_.Names().empty());
 }
 
 TEST_F(Doctor, ShowsQueuesAndServices) {
-  fs::create_directories(folder_.Path() / "spool/lp1");
-  const hvtest::FakeNbx nbx(TEST_BINARY_FOLDER);
+  fs::create_directories(folder_ / "spool/lp1");
   const std::string library = TEST_BINARY_FOLDER "/tests/fake_nbx/NBXCHAN.DLL";
   const ScopedVariable named("HVAPI_NBXCHAN", library);
-  const ProgramRun run = RunProgram(Hvapi, {"doctor"});
+  const ProgramRun run = Hvapi("doctor");
   EXPECT_EQ(run.status, 0) << run.errors;
   EXPECT_EQ(LineOf("spool folder", run.output), "spool folder ok " + folder_ / "spool");
   EXPECT_EQ(LineOf("communication library", run.output), "communication library ok " + library);
   EXPECT_EQ(LineOf("queues", run.output), "queues ok lp1");
 
-  const std::string json = RunProgram(Hvapi, {"doctor", "--json"}).output;
+  const std::string json = Hvapi("doctor --json").output;
   EXPECT_EQ(json.find("{\n  \"version\": \"8.3\",\n"), 0U) << json;
-  EXPECT_NE(json.find("{\n      \"item\": \"spool folder\",\n      \"state\": \"ok\",\n"),
-            std::string::npos)
-      << json;
-  EXPECT_NE(json.find("\"name\": \"lp1\""), std::string::npos) << json;
+  for (const char* const part :
+       {"{\n      \"item\": \"spool folder\",\n      \"state\": \"ok\",\n", "\"name\": \"lp1\""}) {
+    EXPECT_NE(json.find(part), std::string::npos) << json;
+  }
 }
 
 TEST_F(Doctor, FindsTheSchedulerOfCups) {
@@ -84,18 +76,18 @@ TEST_F(Doctor, FindsTheSchedulerOfCups) {
   const CupsServer server(CupsServer::RawQueue("office", listener_.Destination()));
   ASSERT_TRUE(server.IsRunning());
   const ScopedVariable address("CUPS_SERVER", server.Address());
-  const ProgramRun run = RunProgram(Hvapi, {"doctor"});
+  const ProgramRun run = Hvapi("doctor");
   EXPECT_EQ(LineOf("CUPS", run.output).find("CUPS ok /"), 0U) << run.output;
   EXPECT_EQ(LineOf("queues", run.output), "queues ok office");
 }
 
 TEST_F(Doctor, TellsWhatIsSetUpAndCannotBeUsed) {
   const std::string file = folder_.Add("spool", "no directory");
-  ProgramRun run = RunProgram(Hvapi, {"doctor"});
+  ProgramRun run = Hvapi("doctor");
   EXPECT_EQ(run.status, 36);
   EXPECT_EQ(LineOf("spool folder", run.output),
             "spool folder fault " + file + " is no directory that can be read");
-  EXPECT_EQ(run.errors, "hvapi: spool folder cannot be used (code 36)\n");
+  EXPECT_EQ(run.errors, Sentence("spool folder cannot be used", 36));
 
   fs::remove(file);
   for (const auto& [library, problem] :
@@ -103,7 +95,7 @@ TEST_F(Doctor, TellsWhatIsSetUpAndCannotBeUsed) {
         {std::string(TEST_BINARY_FOLDER "/tests/fake_nbx_incomplete/NBXCHAN.DLL"),
          ": has no function NbxGetPrtInfo; needed for --nbx"}}) {
     const ScopedVariable named("HVAPI_NBXCHAN", library);
-    run = RunProgram(Hvapi, {"doctor"});
+    run = Hvapi("doctor");
     EXPECT_EQ(run.status, 36);
     EXPECT_EQ(LineOf("communication library", run.output),
               "communication library fault " + library + problem);
@@ -112,11 +104,11 @@ TEST_F(Doctor, TellsWhatIsSetUpAndCannotBeUsed) {
 
 TEST(Show, TakesItsJobFromAPipe) {
   const TestFolder folder;
-  const std::string job = folder.Add("job",
-                                     "\x1B"
-                                     "E\r\nText\x1A\f");
-  const std::string shown = RunProgram(Hvapi, {"show", job}).output;
-  const ProgramRun piped = RunProgram("sh", {"-c", "cat '" + job + "' | " + Hvapi + " show -"});
+  const ScopedCurrentFolder here(folder.Path());
+  folder.Add("job", "\033E\r\nText\x1A\f");
+  const std::string shown = Hvapi("show job").output;
+  const ProgramRun piped =
+      RunProgram("sh", {"-c", "cat job | " TEST_BINARY_FOLDER "/hvapi show -"});
   EXPECT_EQ(piped.status, 0) << piped.errors;
   EXPECT_NE(shown.find("form feed"), std::string::npos) << shown;
   EXPECT_EQ(piped.output, shown);
@@ -124,19 +116,18 @@ TEST(Show, TakesItsJobFromAPipe) {
 
 TEST(Progress, IsShownToATerminalUnlessItIsToBeQuiet) {
   const TestFolder folder;
-  const std::string archive =
-      folder.Add("one.zip", hvtest::BuildZip({hvtest::Stored("page", "content")}).bytes);
+  const ScopedCurrentFolder here(folder.Path());
+  folder.Add("one.zip", BuildZip({Stored("page", "content")}).bytes);
   // A terminal of its own, of which it copies what is shown.
-  const auto atTerminal = [&](const std::string& options) {
-    const std::string command =
-        Hvapi + " unzip " + archive + " --to " + (folder / "out") + " " + options;
+  const auto atTerminal = [](const std::string& options) {
+    const std::string command = TEST_BINARY_FOLDER "/hvapi unzip one.zip --to out" + options;
     return RunProgram("script", {"-qec", command, "/dev/null"});
   };
   const ProgramRun shown = atTerminal("");
   if (shown.status != 0) GTEST_SKIP() << "there is no terminal to be had";
   EXPECT_NE(shown.output.find("100 %  page"), std::string::npos) << shown.output;
-  EXPECT_EQ(atTerminal("--quiet").output, "");
-  EXPECT_EQ(hvtest::ReadFile(folder.Path() / "out/page"), "content");
+  EXPECT_EQ(atTerminal(" --quiet").output, "");
+  EXPECT_EQ(ReadFile("out/page"), "content");
 }
 
 }  // namespace

@@ -12,17 +12,13 @@
 
 namespace {
 
-using hvtest::FileSizeLimit;
-using hvtest::MacroInfo;
-using hvtest::MacroJob;
-using hvtest::OpenHandleCount;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 constexpr rlim_t Room = 4096;
 
 TEST(MacrosOnAFullDisk, AreReported) {
   const TestFolder folder;
-  const hvtest::ScopedCurrentFolder here(folder.Path());
+  const ScopedCurrentFolder here(folder.Path());
   const std::string large(3 * Room, 'x');
   folder.Add("source", large);
   const std::size_t handles = OpenHandleCount();
@@ -43,18 +39,18 @@ TEST(MacrosOnAFullDisk, AreReported) {
     EXPECT_EQ(HvMacValidate("source", &job, &info), HV_WRITE_FAILED);
   }
   EXPECT_EQ(OpenHandleCount(), handles);
-  EXPECT_EQ(hvtest::ReadFile("source"), large);
+  EXPECT_EQ(ReadFile("source"), large);
   EXPECT_EQ(folder.Names(), (std::vector<std::string>{"out", "source"}));
 }
 
 TEST(MacrosOnAFullDisk, LeaveNoWorkFileOfAConversion) {
   const TestFolder folder;
-  const hvtest::ScopedCurrentFolder here(folder.Path());
-  const std::string job = hvtest::OnePagePclXlJob();
+  const ScopedCurrentFolder here(folder.Path());
+  const std::string job = OnePagePclXlJob();
   folder.Add("job", job);
   const HvJobInfo record = MacroJob(JOB_EMULATION_PCLXL);
   // From no room at all to room for all: the job, its page, the converted job, the macro.
-  const std::size_t whole = hvtest::ConvertedPclXlJob("x", false).size();
+  const std::size_t whole = ConvertedPclXlJob("x", false).size();
   for (std::size_t room = 0; room <= whole; ++room) {
     HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "x");
     uint32_t code = HV_OK;
@@ -62,10 +58,8 @@ TEST(MacrosOnAFullDisk, LeaveNoWorkFileOfAConversion) {
       const FileSizeLimit full(room);
       code = HvMacCreate("job", "out", &record, &info);
     }
-    const uint32_t expected = room < job.size() ? HV_WRITE_FAILED
-                              : room < whole    ? HV_BAD_PCLXL
-                                                : HV_OK;
-    ASSERT_EQ(code, expected) << room;
+    const uint32_t without = room < job.size() ? HV_WRITE_FAILED : HV_BAD_PCLXL;
+    ASSERT_EQ(code, room < whole ? without : uint32_t{HV_OK}) << room;
     ASSERT_EQ(folder.Names(), (std::vector<std::string>{"job", "out"}));
   }
 }

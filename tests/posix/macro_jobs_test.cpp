@@ -9,21 +9,18 @@
 #include "hvapi.h"
 #include "support/job_filter_model.h"
 #include "support/macro_files.h"
-#include "support/pclxl_walker.h"
+#include "support/pclxl_jobs.h"
 #include "support/run_program.h"
 
 namespace {
 
-using hvtest::MacroInfo;
-using hvtest::MacroJob;
-using hvtest::ProgramRun;
-using hvtest::ReadFile;
+using namespace hvtest;
 
 // A folder that is the current one, and what Ghostscript makes in it.
 class MacroJobs : public testing::Test {
  protected:
   void SetUp() override {
-    if (hvtest::RunProgram("gs", {"--version"}).status != 0) GTEST_SKIP() << "gs is not installed";
+    if (RunProgram("gs", {"--version"}).status != 0) GTEST_SKIP() << "gs is not installed";
   }
 
   // Writes the page of the examples in a printer's language.
@@ -44,15 +41,14 @@ class MacroJobs : public testing::Test {
     }
   }
 
-  hvtest::TestFolder folder_;
-  hvtest::ScopedCurrentFolder here_{folder_.Path()};
+  TestFolder folder_;
+  ScopedCurrentFolder here_{folder_.Path()};
 
  private:
   static void Ghostscript(const std::string& device, const std::string& output,
                           const std::string& input) {
-    const ProgramRun run =
-        hvtest::RunProgram("gs", {"-q", "-dJOBSERVER", "-dBATCH", "-dNOPAUSE", "-r72",
-                                  "-sDEVICE=" + device, "-o", output, input});
+    const ProgramRun run = RunProgram("gs", {"-q", "-dJOBSERVER", "-dBATCH", "-dNOPAUSE", "-r72",
+                                             "-sDEVICE=" + device, "-o", output, input});
     EXPECT_EQ(run.status, 0) << run.output << run.errors;
     EXPECT_EQ(run.output, "");
   }
@@ -63,7 +59,7 @@ TEST_F(MacroJobs, APclJobBecomesAMacro) {
   HvJobInfo record = MacroJob(JOB_EMULATION_PCL, 12);
   HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER);
   ASSERT_EQ(HvMacCreate("job.prn", "macro", &record, &info), HV_OK);
-  const std::string filtered = hvtest::FilterPclModel(job, DEFAULT_FILTER_MASK);
+  const std::string filtered = FilterPclModel(job, DEFAULT_FILTER_MASK);
   EXPECT_TRUE(ReadFile("macro") == "\x1B&f12y0X" + filtered + "\x1B&f1X");
   EXPECT_LT(filtered.size(), job.size());
   EXPECT_EQ(filtered.find("\x1B%-12345X"), std::string::npos);
@@ -79,13 +75,15 @@ TEST_F(MacroJobs, APclXlJobBecomesAStream) {
   HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "Letterhead");
   ASSERT_EQ(HvMacCreate("job.prn", "macro", &record, &info), HV_OK);
   EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"job.prn", "macro"}));
-  const std::vector<hvtest::PclXlOperator> operators = hvtest::WalkPclXl(ReadFile("macro"));
-  // The page stands in the job as it stands in the stream.
-  const std::string header = ") HP-PCL XL;1;1;\n";
-  const std::string body = hvtest::PclXlStreamBody(operators);
-  ASSERT_GT(body.size(), header.size() + 100);
-  EXPECT_EQ(body.substr(0, header.size()), header);
-  EXPECT_NE(job.find(body.substr(header.size())), std::string::npos);
+  const std::string macro = ReadFile("macro");
+  const std::size_t session = job.find('\n', job.find(PclXlHeader.substr(0, 11))) + 1;
+  const std::string settings = job.substr(session, job.find('\x41', session) + 1 - session);
+  // The page stands in the job, between BeginPage and EndPage, as it stands in the stream.
+  const std::size_t begin = macro.find(PclXlHeader, 1) + PclXlHeader.size();
+  const std::string page = macro.substr(begin, macro.size() - begin - 3);
+  ASSERT_GT(page.size(), 100U);
+  EXPECT_TRUE(macro == PclXlStreamJob(settings, "Letterhead", page, false));
+  EXPECT_NE(job.find("\x43" + page + PclXlUint16(1, 0x31) + "\x44"), std::string::npos);
   info = MacroInfo();
   EXPECT_EQ(HvMacValidate("macro", &record, &info), HV_OK);
   EXPECT_STREQ(info.name, "Letterhead");
@@ -93,9 +91,8 @@ TEST_F(MacroJobs, APclXlJobBecomesAStream) {
 
 TEST_F(MacroJobs, APostScriptJobPrintsTheSamePage) {
   const std::string body = MakeJob("ps2write");
-  hvtest::WriteFile("job.prn",
-                    "\x1B%-12345X@PJL ENTER LANGUAGE = POSTSCRIPT\r\n" + body + "\x04\x1B%-12345X");
-  hvtest::WriteFile("job.ps", body);
+  WriteFile("job.prn", Uel + "@PJL ENTER LANGUAGE = POSTSCRIPT\r\n" + body + "\x04" + Uel);
+  WriteFile("job.ps", body);
   const std::vector<std::string> pages = Pages("job.ps");
   ASSERT_EQ(pages.size(), 1U);
 
@@ -111,7 +108,7 @@ TEST_F(MacroJobs, APostScriptJobPrintsTheSamePage) {
 TEST_F(MacroJobs, APostScriptPageIsPrintedOnceOrStored) {
   const std::string drawing =
       "%!PS\n100 100 moveto 300 400 lineto 20 setlinewidth stroke\nshowpage\n";
-  hvtest::WriteFile("page.ps", drawing);
+  WriteFile("page.ps", drawing);
   const std::vector<std::string> pages = Pages("page.ps");
   ASSERT_EQ(pages.size(), 1U);
 
@@ -126,7 +123,7 @@ TEST_F(MacroJobs, APostScriptPageIsPrintedOnceOrStored) {
   ASSERT_EQ(HvMacDownload("page.ps", "stored", &record, &info, MACRO_STORE, HV_WRONG_LANGUAGE),
             HV_OK);
   EXPECT_EQ(Pages("stored").size(), 0U);
-  hvtest::WriteFile("stored", ReadFile("stored") + "\x04Logo\n");
+  WriteFile("stored", ReadFile("stored") + "\x04Logo\n");
   EXPECT_TRUE(Pages("stored") == pages);
 }
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,26 +14,26 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::MacroInfo;
-using hvtest::MacroJob;
-using hvtest::ReadFile;
+using namespace hvtest;
 
 class MacroQueue : public testing::Test {
  protected:
   MacroQueue() { fs::create_directory(queue_); }
 
+  // The documents in their order.
   std::vector<std::string> Documents() const {
-    std::vector<std::string> names;
+    std::map<std::string, std::string> byName;
     for (const auto& entry : fs::directory_iterator(queue_)) {
-      if (entry.path().extension() == ".prn") names.push_back(entry.path().filename().string());
+      if (entry.path().extension() == ".prn") byName[entry.path()] = ReadFile(entry.path());
     }
-    std::sort(names.begin(), names.end());
-    return names;
+    std::vector<std::string> documents;
+    for (const auto& [name, bytes] : byName) documents.push_back(bytes);
+    return documents;
   }
 
-  hvtest::TestFolder folder_;
+  TestFolder folder_;
   std::string queue_ = folder_ / "queue";
-  hvtest::ScopedVariable spool_{"HVAPI_SPOOL", folder_.Path().string()};
+  ScopedVariable spool_{"HVAPI_SPOOL", folder_.Path().string()};
 };
 
 TEST_F(MacroQueue, TakesAMacroWhoseFilterEndsWithAFullPiece) {
@@ -47,16 +47,10 @@ TEST_F(MacroQueue, TakesAMacroWhoseFilterEndsWithAFullPiece) {
       HV_OK);
   ASSERT_EQ(HvMacActivate("queue", &job, 1), HV_OK);
   ASSERT_EQ(HvMacDelete("queue", &job), HV_OK);
-  const std::vector<std::string> documents = Documents();
-  ASSERT_EQ(documents.size(), 4U);
   const std::string macro = "\x1B&f5y0X" + body + "\x1B&f1X";
-  const std::string uel = "\x1B%-12345X";
-  EXPECT_EQ(ReadFile(fs::path(queue_) / documents[0]), macro);
-  EXPECT_EQ(ReadFile(fs::path(queue_) / documents[1]), uel + "@PJL ENTER LANGUAGE = PCL\n" + macro +
-                                                           "\x1B&f5y4X\xFF\x0C\x1B&f5y5X" + uel +
-                                                           "@PJL RDYMSG DISPLAY = \"\"\n" + uel);
-  EXPECT_EQ(ReadFile(fs::path(queue_) / documents[2]), "\x1B&f5y4X");
-  EXPECT_EQ(ReadFile(fs::path(queue_) / documents[3]), "\x1B&f5y8X");
+  const std::string printed = Uel + PjlLanguage("PCL") + macro + "\x1B&f5y4X\xFF\x0C\x1B&f5y5X";
+  EXPECT_EQ(Documents(),
+            (std::vector<std::string>{macro, printed + PjlEnd, "\x1B&f5y4X", "\x1B&f5y8X"}));
 }
 
 TEST_F(MacroQueue, KeepsNothingOfAMacroThatFindsNoRoom) {
@@ -66,7 +60,7 @@ TEST_F(MacroQueue, KeepsNothingOfAMacroThatFindsNoRoom) {
   HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER);
   testing::internal::CaptureStdout();
   {
-    const hvtest::FileSizeLimit full(Room);
+    const FileSizeLimit full(Room);
     EXPECT_EQ(HvMacDownload(source.c_str(), "queue", &job, &info, MACRO_STORE, HV_WRONG_LANGUAGE),
               HV_PRINTER_REFUSED);
   }

@@ -36,6 +36,21 @@ std::string PclXlData(std::string_view data) {
   return "\xFA" + Le32(static_cast<uint32_t>(data.size())) + std::string(data);
 }
 
+std::string PclXlStreamJob(std::string_view settings, std::string_view name, std::string_view page,
+                           bool execute) {
+  const std::string body = PclXlHeader + std::string(page);
+  const std::string size = Le32(static_cast<uint32_t>(body.size()));
+  std::string job = PclXlHeader + PclXlXy(600, 600, 0x89) + PclXlUbyte(0, 0x86) +
+                    PclXlUbyte(3, 0x8F) + "\x41" + PclXlUbyte(0, 0x88) + PclXlUbyte(1, 0x82) +
+                    "\x48" + PclXlText(settings, 0x81) + "\x47" + PclXlText(name, 0x8B) + "\x5B" +
+                    "\xC2" + size + "\xF8\x8C\x5C" + PclXlData(body) + "\x5D";
+  if (execute) {
+    job += PclXlUbyte(0, 0x28) + PclXlUbyte(0, 0x25) + PclXlUbyte(1, 0x26) + "\x43" +
+           PclXlText(name, 0x8B) + "\x5E" + PclXlUint16(1, 0x31) + "\x44";
+  }
+  return job + "\x49\x42";
+}
+
 std::string PclXlSampleJob() {
   const std::string settings = PclXlXy(300, 300, 0x89) + PclXlUbyte(0, 0x86) + "\x41";
   const std::string font = "\x4F\x50" + PclXlData("font") + "\x51";
@@ -44,8 +59,7 @@ std::string PclXlSampleJob() {
                            Bytes("\xE1\x01\x00\x02\x00\x03\x00\x04\x00\xF8\x42\xA0") +
                            Bytes("\xC9\xC1\x02\x00\x01\x00\x02\x00\xF8\xAF\xA8") + "\xB1" +
                            PclXlData("dots") + Bytes("\xB1\xFB\x03xyz");
-  return ") HP-PCL XL;1;1;\n" + settings + font + pageBegin + page + PclXlUint16(1, 0x31) +
-         "\x44\x42";
+  return PclXlHeader + settings + font + pageBegin + page + PclXlUint16(1, 0x31) + "\x44\x42";
 }
 
 }  // namespace hvtest
