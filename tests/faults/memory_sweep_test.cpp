@@ -6,7 +6,6 @@
 #include <sstream>
 #include <string>
 
-#include "faults/failing_memory.h"
 #include "faults/scenario.h"
 #include "faults/sweep.h"
 #include "support/public_header.h"
@@ -17,17 +16,11 @@ using namespace hvtest;
 
 constexpr std::size_t AllExports = 67;
 
-Attempt WithoutMemory(std::size_t failing, bool fromThenOn, const std::function<void()>& use) {
-  const FailingMemory memory(failing, fromThenOn);
-  use();
-  return {memory.Failed(), false};
-}
-
 class MemoryFaults : public testing::TestWithParam<int> {};
 
 TEST_P(MemoryFaults, LeaveNothingBehind) {
   const Family& family = Families[GetParam()];
-  Report(family.name, "memory", Sweep(family.scenarios(), Seam::Memory, WithoutMemory));
+  Sweep(family.name, family.scenarios(), Seam::Memory, WithoutMemory);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, MemoryFaults, testing::Range(0, static_cast<int>(std::size(Families))),

@@ -196,18 +196,18 @@ std::size_t SweepOne(const Scenario& scenario, Seam seam, const Injector& inject
 
 }  // namespace
 
-SweepCounts Sweep(const std::vector<Scenario>& scenarios, Seam seam, const Injector& inject) {
-  SweepCounts counts;
-  for (const Scenario& scenario : scenarios) {
-    ++counts.scenarios;
-    counts.failures += SweepOne(scenario, seam, inject);
-  }
-  return counts;
+Attempt WithoutMemory(std::size_t failing, bool fromThenOn, const std::function<void()>& use) {
+  const FailingMemory memory(failing, fromThenOn);
+  use();
+  return {memory.Failed(), false};
 }
 
-void Report(const char* family, const char* seam, const SweepCounts& counts) {
-  std::printf("[  faults  ] %s, %s: %zu scenarios, %zu injected failures\n", family, seam,
-              counts.scenarios, counts.failures);
+void Sweep(const char* name, const std::vector<Scenario>& scenarios, Seam seam,
+           const Injector& inject) {
+  std::size_t failures = 0;
+  for (const Scenario& scenario : scenarios) failures += SweepOne(scenario, seam, inject);
+  std::printf("[  faults  ] %s, %s: %zu scenarios, %zu injected failures\n", name,
+              seam == Seam::Memory ? "memory" : "system", scenarios.size(), failures);
 }
 
 }  // namespace hvtest

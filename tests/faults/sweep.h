@@ -19,17 +19,13 @@ struct Attempt {
 using Injector =
     std::function<Attempt(std::size_t failing, bool fromThenOn, const std::function<void()>& use)>;
 
-struct SweepCounts {
-  std::size_t scenarios = 0;
-  std::size_t failures = 0;
-};
+// Memory that runs out, as an injector.
+Attempt WithoutMemory(std::size_t failing, bool fromThenOn, const std::function<void()>& use);
 
 // After each failure: only expected results, no memory, handle or file left over, what was there
 // before still there or complete new, and the same use then succeeds with the same output. Fails
-// the test otherwise.
-SweepCounts Sweep(const std::vector<Scenario>& scenarios, Seam seam, const Injector& inject);
-
-// Prints what a sweep did.
-void Report(const char* family, const char* seam, const SweepCounts& counts);
+// the test otherwise. Prints under the name what it did.
+void Sweep(const char* name, const std::vector<Scenario>& scenarios, Seam seam,
+           const Injector& inject);
 
 }  // namespace hvtest

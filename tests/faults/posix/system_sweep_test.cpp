@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "faults/failing_memory.h"
 #include "faults/posix/failing_system.h"
 #include "faults/scenario.h"
 #include "faults/sending_failures.h"
@@ -20,17 +19,11 @@ Attempt WithFailingSystem(std::size_t failing, bool fromThenOn, const std::funct
   return {system.Failed(), system.KeptFile()};
 }
 
-Attempt WithoutMemory(std::size_t failing, bool fromThenOn, const std::function<void()>& use) {
-  const FailingMemory memory(failing, fromThenOn);
-  use();
-  return {memory.Failed(), false};
-}
-
 class SystemFaults : public testing::TestWithParam<int> {};
 
 TEST_P(SystemFaults, LeaveNothingBehind) {
   const Family& family = Families[GetParam()];
-  Report(family.name, "system", Sweep(family.scenarios(), Seam::System, WithFailingSystem));
+  Sweep(family.name, family.scenarios(), Seam::System, WithFailingSystem);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, SystemFaults, testing::Range(0, static_cast<int>(std::size(Families))),
@@ -57,7 +50,7 @@ TEST(SpoolQueueFaults, OfMemoryLeaveNoPartOfADocument) {
     // A conversion that failed ends its job, which is then empty.
     if (std::string(scenario.name) == "page.xl") scenario.partial = Document;
   }
-  Report("Queue", "memory", Sweep(scenarios, Seam::Memory, WithoutMemory));
+  Sweep("Queue", scenarios, Seam::Memory, WithoutMemory);
 }
 
 TEST(SpoolQueueFaults, OfTheSystemKeepTheDocumentsThatAreThere) {
@@ -69,7 +62,7 @@ TEST(SpoolQueueFaults, OfTheSystemKeepTheDocumentsThatAreThere) {
     scenario.partial.emplace_back("queue");
     scenario.maySkip = true;
   }
-  Report("Queue", "system", Sweep(scenarios, Seam::System, WithFailingSystem));
+  Sweep("Queue", scenarios, Seam::System, WithFailingSystem);
 }
 
 }  // namespace
