@@ -16,32 +16,35 @@
 
 namespace {
 
-using hvtest::Bytes;
-using hvtest::MemoryStream;
+using namespace hvtest;
 
 constexpr const char* Comment = "%%a comment\n";
 
-std::string Filter(int32_t emulation, const std::string& source, uint32_t mask = 0xFFF,
-                   std::size_t most = std::string::npos) {
-  MemoryStream from(source, most);
+std::string Model(int32_t emulation, const std::string& source, uint32_t mask) {
+  if (emulation == JOB_EMULATION_POSTSCRIPT) return FilterPostScriptModel(source, Comment);
+  return emulation == JOB_EMULATION_PCL ? FilterPclModel(source, mask) : source;
+}
+
+// The filter and the model give the same, however many bytes the source gives at a time.
+void ExpectAsModel(int32_t emulation, const std::string& source, uint32_t mask = 0xFFF,
+                   std::size_t piece = std::string::npos) {
+  MemoryStream from(source, piece);
   MemoryStream to;
   hv::FileChannel channel(&to, emulation);
-  EXPECT_EQ(hv::FilterJobCommands(&from, channel.Get(), mask, Comment), HV_OK);
-  return to.Content();
+  ASSERT_EQ(hv::FilterJobCommands(&from, channel.Get(), mask, Comment), HV_OK);
+  ASSERT_EQ(to.Content(), Model(emulation, source, mask))
+      << "language " << emulation << ", mask " << mask << ": " << testing::PrintToString(source);
 }
 
-std::string Model(int32_t emulation, const std::string& source, uint32_t mask = 0xFFF) {
-  if (emulation == JOB_EMULATION_POSTSCRIPT) return hvtest::FilterPostScriptModel(source, Comment);
-  return emulation == JOB_EMULATION_PCL ? hvtest::FilterPclModel(source, mask) : source;
-}
+constexpr int32_t Filtered[] = {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL};
 
-const std::vector<std::string> Commands = {
+const std::string Commands[] = {
     "\x1B%-12345X",
     "\x1B%-12345Y",
     "\x1B%-123",
     "@PJL SET COPIES = 2\r\n",
     "@PJX\n",
-    Bytes("\x1B[K\x03\x00\x06\x31\x02"),
+    EscKLanguage(2),
     "\x1B[L12",
     "\033E",
     "\x0C",
@@ -71,14 +74,12 @@ const std::vector<std::string> Commands = {
 };
 
 TEST(JobFilter, FindsEachCommandAtEveryPlaceAroundTheBufferEdges) {
-  for (const int32_t emulation : {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL}) {
-    for (const std::string& command : Commands) {
-      // Every place at which an edge lies in the command, for the first and the second edge.
-      for (const std::size_t edge : {std::size_t{1024}, std::size_t{2048}}) {
-        for (std::size_t before = edge - command.size() - 2; before <= edge + 2; ++before) {
-          const std::string source = std::string(before, 'x') + command + "tail";
-          ASSERT_EQ(Filter(emulation, source), Model(emulation, source))
-              << "language " << emulation << ", " << command << " behind " << before;
+  for (const std::string& command : Commands) {
+    // Every place at which an edge lies in the command, for the first and the second edge.
+    for (const std::size_t edge : {std::size_t{1024}, std::size_t{2048}}) {
+      for (std::size_t before = edge - command.size() - 2; before <= edge + 2; ++before) {
+        for (const int32_t emulation : Filtered) {
+          ExpectAsModel(emulation, std::string(before, 'x') + command + "tail");
         }
       }
     }
@@ -89,18 +90,15 @@ TEST(JobFilter, TakesASourceThatArrivesInSmallPieces) {
   std::string source;
   for (const std::string& command : Commands) source += "text " + command + " ";
   for (const int32_t emulation : {2, 3, 4, 5, 6}) {
-    for (std::size_t most = 1; most <= 7; ++most) {
-      EXPECT_EQ(Filter(emulation, source, 0xFFF, most), Model(emulation, source));
-    }
+    for (std::size_t piece = 1; piece <= 7; ++piece) ExpectAsModel(emulation, source, 0xFFF, piece);
   }
 }
 
 TEST(JobFilter, WritesWhatACutOffSequenceHas) {
-  for (const int32_t emulation : {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL}) {
-    for (const std::string& command : Commands) {
-      for (std::size_t length = 0; length <= command.size(); ++length) {
-        const std::string source = "a" + command.substr(0, length);
-        ASSERT_EQ(Filter(emulation, source), Model(emulation, source)) << source;
+  for (const std::string& command : Commands) {
+    for (std::size_t length = 0; length <= command.size(); ++length) {
+      for (const int32_t emulation : Filtered) {
+        ExpectAsModel(emulation, "a" + command.substr(0, length));
       }
     }
   }
@@ -112,17 +110,14 @@ TEST(JobFilter, AgreesWithTheModelOnMixtures) {
   for (int round = 0; round < 1500; ++round) {
     std::string source;
     for (std::size_t parts = pick(20); parts > 0; --parts) {
-      std::string part = Commands[pick(Commands.size())];
+      std::string part = Commands[pick(std::size(Commands))];
       // Whole, cut off, or with one byte of another command.
       if (pick(3) == 0) part.resize(pick(part.size() + 1));
       if (pick(3) == 0 && !part.empty()) part[pick(part.size())] = "\x1B@%&lE0W_a"[pick(10)];
       source += part;
     }
     const uint32_t mask = static_cast<uint32_t>(pick(0x1000));
-    for (const int32_t emulation : {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL}) {
-      ASSERT_EQ(Filter(emulation, source, mask), Model(emulation, source, mask))
-          << testing::PrintToString(source) << " mask " << mask;
-    }
+    for (const int32_t emulation : Filtered) ExpectAsModel(emulation, source, mask);
   }
 }
 

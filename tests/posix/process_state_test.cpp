@@ -26,7 +26,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::Job;
+using namespace hvtest;
 
 mode_t FileMask() {
   const mode_t mask = umask(0);
@@ -38,7 +38,7 @@ struct Snapshot {
   std::string locale = std::setlocale(LC_ALL, nullptr);
   std::string folder = fs::current_path().string();
   mode_t mask = FileMask();
-  std::size_t descriptors = hvtest::OpenHandleCount();
+  std::size_t descriptors = OpenHandleCount();
   std::vector<void (*)(int)> handlers;
   std::vector<bool> blocked;
 
@@ -54,41 +54,35 @@ struct Snapshot {
   }
 };
 
-void ExpectSame(const Snapshot& before, const Snapshot& after) {
-  EXPECT_EQ(after.locale, before.locale);
-  EXPECT_EQ(after.folder, before.folder);
-  EXPECT_EQ(after.mask, before.mask);
-  EXPECT_EQ(after.descriptors, before.descriptors);
-  EXPECT_TRUE(after.handlers == before.handlers);
-  EXPECT_TRUE(after.blocked == before.blocked);
-}
-
 class ProcessState : public testing::Test {
  protected:
   ProcessState() {
-    folder_.Add("page.pcl",
-                "\x1B"
-                "EPage\f\x1B"
-                "E");
-    folder_.Add("font.sfp", hvtest::PclFont({}, hvtest::SampleCharacters()));
-    folder_.Add("sample.afm", hvtest::AfmFile("Sample"));
+    folder_.Add("page.pcl", "\033EPage\f\033E");
+    folder_.Add("font.sfp", PclFont({}, SampleCharacters()));
+    folder_.Add("sample.afm", AfmFile("Sample"));
     folder_.Add("sample.inf", "MSMenuName (Sample)\n");
-    folder_.Add("one.zip", hvtest::BuildZip({hvtest::Stored("a/b", "content")}).bytes);
+    folder_.Add("one.zip", BuildZip({Stored("a/b", "content")}).bytes);
     folder_.Add("settings.ini", "[Section]\r\nKey=Value\r\n");
     folder_.Add("lines.cfg", "#! A file\r\nline\r\n");
-    fs::create_directories(folder_.Path() / "spool/lp1");
+    fs::create_directories(folder_ / "spool/lp1");
   }
 
-  void Expect(const char* what, const std::function<void()>& call) {
+  static void Expect(const char* what, const std::function<void()>& call) {
     SCOPED_TRACE(what);
     const Snapshot before;
     call();
-    ExpectSame(before, Snapshot());
+    const Snapshot after;
+    EXPECT_EQ(after.locale, before.locale);
+    EXPECT_EQ(after.folder, before.folder);
+    EXPECT_EQ(after.mask, before.mask);
+    EXPECT_EQ(after.descriptors, before.descriptors);
+    EXPECT_TRUE(after.handlers == before.handlers);
+    EXPECT_TRUE(after.blocked == before.blocked);
   }
 
-  hvtest::TestFolder folder_;
-  hvtest::ScopedVariable spool_{"HVAPI_SPOOL", folder_ / "spool"};
-  hvtest::ScopedCurrentFolder here_{folder_.Path()};
+  TestFolder folder_;
+  ScopedVariable spool_{"HVAPI_SPOOL", folder_ / "spool"};
+  ScopedCurrentFolder here_{folder_.Path()};
 };
 
 uint32_t HVAPI_CALL DropNothing(char* /*line*/, uintptr_t /*argument*/) {
@@ -97,8 +91,7 @@ uint32_t HVAPI_CALL DropNothing(char* /*line*/, uintptr_t /*argument*/) {
 
 TEST_F(ProcessState, IsAsItWasAfterEachFamily) {
   HvJobInfo job = Job(JOB_FLAG_PJL, JOB_EMULATION_PCL, "Job");
-  HvMacroInfo macro = hvtest::MacroInfo(MACRO_FLAG_FILTER);
-  macro.target = STORAGE_DEVICE_RAM;
+  HvMacroInfo macro = MacroInfo(MACRO_FLAG_FILTER);
   Expect("sending", [&] {
     EXPECT_EQ(HvDatSendFile("page.pcl", "lp1", &job, 0), HV_OK);
     EXPECT_EQ(HvDatSendFile("page.pcl", "out.prn", &job, 0), HV_OK);
@@ -142,10 +135,10 @@ TEST_F(ProcessState, IsAsItWasAfterAPrinterThatGoesAway) {
   folder_.Add("large.prn", std::string(24U << 20, 'x'));
   const HvJobInfo job = Job(0);
   Expect("a reset", [&] {
-    hvtest::SocketPeer printer([](int connection, hvtest::Received*) {
+    SocketPeer printer([](int connection, Received*) {
       char byte = 0;
       recv(connection, &byte, 1, 0);
-      hvtest::ResetAtClose(connection);
+      ResetAtClose(connection);
     });
     testing::internal::CaptureStdout();
     EXPECT_EQ(HvDatSendFile("large.prn", printer.Destination().c_str(), &job, 0),
