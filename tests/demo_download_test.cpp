@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "hvapi.h"
-#include "support/fake_nbx.h"
 #include "support/jobs.h"
 #include "support/test_folder.h"
 
@@ -152,21 +151,6 @@ TEST_F(DemoDownload, NamesTheFile) {
     EXPECT_EQ(
         Download(folder_.Add(each.file, ""), info).bytes,
         Uel + "@PJL QOPENDEMOFILE NAME=\"" + each.expected + "\"\n\x1BM@PJL QCLOSEDEMOFILE\n");
-  }
-}
-
-TEST_F(DemoDownload, EndsWithTheFirstWriteThatFails) {
-  FakeNbx nbx(TEST_BINARY_FOLDER);
-  const ScopedVariable failing("FAKE_NBX_FAIL", "NbxWrite");
-  for (int32_t method = DEMO_METHOD_POSTSCRIPT; method <= DEMO_METHOD_PJL_DEMO_FILE; ++method) {
-    HvJobInfo job = {};
-    job.nbxAddress2 = 1;
-    const HvDemoInfo info = Demo(method);
-    EXPECT_EQ(HvDemDownload(page_.c_str(), "printer", &job, &info), HV_PRINTER_REFUSED) << method;
-    int writes = 0;
-    for (const std::string& call : nbx.TakeCalls()) writes += call.rfind("NbxWrite", 0) == 0;
-    EXPECT_EQ(writes, 1) << method;
-    EXPECT_FALSE(nbx.IsLoaded());
   }
 }
 

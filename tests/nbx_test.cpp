@@ -116,41 +116,55 @@ TEST_F(NbxJobs, TheResultOfTheLibraryDecides) {
 // Each write of each kind of job fails once. Nothing is sent then but where two sequences belong
 // together, and the document is ended and the connection closed once.
 TEST_F(NbxJobs, StopAtTheFirstFailedWrite) {
-  const std::string source = folder_.Add("source", std::string(3000, 'x'));
-  const auto sendFile = [&](const HvJobInfo& job) {
-    return HvDatSendFile(source.c_str(), Unused, &job, 0);
+  using Send = std::function<uint32_t()>;
+  const ScopedCurrentFolder here(folder_.Path());
+  folder_.Add("source", std::string(3000, 'x'));
+  const auto file = [](uint32_t flags, int32_t emulation) -> Send {
+    const HvJobInfo job = LibraryJob(flags, emulation, "n", 2);
+    return [=] { return HvDatSendFile("source", Unused, &job, 0); };
   };
-  const auto sendString = [](const HvJobInfo& job) {
+  const Send text = [] {
+    const HvJobInfo job = LibraryJob(Pjl | EscK, 3, "n", 2);
     return HvDatSendString("$abc", Unused, &job, 0);
   };
-  const auto loadIntoFlash = [](const HvJobInfo& job) {
+  const Send storage = [] {
+    HvJobInfo job = LibraryJob(Pjl | EscK, 5, "n");
+    job.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
     return HvGenResource(STORAGE_TARGET_DEVICE, Unused, &job, STORAGE_DEVICE_FLASH1);
   };
-  HvJobInfo leadIn = LibraryJob(Pjl | EscK, 5, "n");
-  leadIn.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
+  const auto demo = [](int32_t method) -> Send {
+    return [=] {
+      HvJobInfo job = LibraryJob(Pjl);
+      const HvDemoInfo info = {0, method, "Logo", 0, STORAGE_DEVICE_FLASH1};
+      return HvDemDownload("source", Unused, &job, &info);
+    };
+  };
   const struct {
     const char* label;
-    std::function<uint32_t(const HvJobInfo&)> send;
-    HvJobInfo job;
+    Send send;
     std::size_t writes;
-    std::set<std::size_t> followed;  // writes after which one more goes out
-    std::size_t unreported;          // the write whose failure does not show in the result
+    std::set<std::size_t> followed;    // writes after which one more goes out
+    std::set<std::size_t> unreported;  // those whose failure does not show in the result
   } cases[] = {
-      {"PJL", sendFile, LibraryJob(Pjl, 5, "n", 2), 10, {}, 0},
-      {"ESC [ K", sendFile, LibraryJob(EscK, 5, "n", 2), 5, {1}, 5},
-      {"both", sendFile, LibraryJob(Pjl | EscK, 3, "n", 2), 8, {}, 8},
-      {"neither", sendFile, LibraryJob(0, 3, "n", 2), 4, {}, 0},
-      {"string", sendString, LibraryJob(Pjl | EscK, 3, "n", 2), 7, {}, 0},
-      {"storage", loadIntoFlash, leadIn, 10, {4, 6}, 0},
+      {"PJL", file(Pjl, 5), 10, {}, {}},
+      {"ESC [ K", file(EscK, 5), 5, {1}, {5}},
+      {"both", file(Pjl | EscK, 3), 8, {}, {8}},
+      {"neither", file(0, 3), 4, {}, {}},
+      {"string", text, 7, {}, {}},
+      {"storage", storage, 10, {4, 6}, {}},
+      {"demonstration by PostScript", demo(1), 10, {}, {}},
+      {"demonstration by PJL", demo(2), 16, {}, {}},
+      {"demonstration by ESC [ D", demo(3), 8, {}, {}},
+      {"demonstration file of PJL", demo(4), 14, {}, {}},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(c.send(c.job), HV_OK);
+    EXPECT_EQ(c.send(), HV_OK);
     const Calls whole = fake_.TakeCalls();
     ASSERT_EQ(whole.size(), c.writes + 4) << c.label;
     for (std::size_t failing = 1; failing <= c.writes; ++failing) {
       SCOPED_TRACE(c.label + (", write " + std::to_string(failing)));
       const ScopedVariable fail("FAKE_NBX_FAIL_WRITE", std::to_string(failing));
-      EXPECT_EQ(c.send(c.job), failing == c.unreported ? HV_OK : HV_PRINTER_REFUSED);
+      EXPECT_EQ(c.send(), c.unreported.count(failing) == 1 ? HV_OK : HV_PRINTER_REFUSED);
       const std::size_t sent = 2 + failing + c.followed.count(failing);
       EXPECT_EQ(fake_.TakeCalls(),
                 Calls(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(sent)) + Closing);

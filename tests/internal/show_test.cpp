@@ -12,10 +12,8 @@
 
 namespace {
 
-using hvtest::Bytes;
+using namespace hvtest;
 using hvtool::Piece;
-
-const std::string Uel = "\x1B%-12345X";
 
 std::vector<Piece> Pieces(const std::string& bytes, bool eachRow = false) {
   std::istringstream stream(bytes);

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -17,11 +17,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::CupsServer;
-using hvtest::ReadFile;
-using hvtest::ScopedVariable;
-using hvtest::SocketPeer;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // The folder of the reader, his printer and his queue of CUPS, as the guide calls them.
 const std::string GuideFolder = "/home/kim/guide";
@@ -76,8 +72,8 @@ class Guide : public testing::Test {
 
   // What a reader sees who types the command.
   std::string Run(const std::string& command) {
-    const hvtest::ScopedCurrentFolder here(Path());
-    const hvtest::ProgramRun run = hvtest::RunProgram("sh", {"-c", "exec 2>&1; " + command});
+    const ScopedCurrentFolder here(Path());
+    const ProgramRun run = RunProgram("sh", {"-c", "exec 2>&1; " + command});
     std::string seen = run.output;
     Replace(Path().string(), GuideFolder, &seen);
     if (run.status != 0) seen += "[status " + std::to_string(run.status) + "]\n";
@@ -91,29 +87,20 @@ class Guide : public testing::Test {
     return Run(command);
   }
 
-  // The printer gets the bytes that a file gets.
-  void ExpectAtPrinter(const std::string& bytes, const Example& example,
-                       const std::string& guideDestination) {
+  // The printer gets the bytes that a file gets, through a queue of CUPS or at its address.
+  void ExpectAtPrinter(const Example& example, const std::string& guideDestination) {
+    SocketPeer printer(TakeAll);
+    const bool queue = guideDestination == GuideQueue;
+    std::optional<CupsServer> server;
+    if (queue) server.emplace(CupsServer::RawQueue("office", printer.Destination()));
+    const ScopedVariable address("CUPS_SERVER", queue ? server->Address() : "");
+    EXPECT_EQ(RunWithDestination(example.command, guideDestination,
+                                 queue ? "office" : printer.Destination()),
+              example.output);
+    const std::string bytes = printer.Finish().bytes;
     EXPECT_EQ(RunWithDestination(example.command, guideDestination, "as-a-file.prn"), "");
     EXPECT_TRUE(bytes == ReadFile(Path() / "as-a-file.prn"));
     fs::remove(Path() / "as-a-file.prn");
-  }
-
-  void SendToPrinter(const Example& example) {
-    SocketPeer printer(hvtest::TakeAll);
-    EXPECT_EQ(RunWithDestination(example.command, GuidePrinter, printer.Destination()),
-              example.output);
-    ExpectAtPrinter(printer.Finish().bytes, example, GuidePrinter);
-  }
-
-  void SendThroughCups(const Example& example) {
-    if (!CupsServer::IsInstalled()) return;
-    SocketPeer printer(hvtest::TakeAll);
-    const CupsServer server(CupsServer::RawQueue("office", printer.Destination()));
-    ASSERT_TRUE(server.IsRunning());
-    const ScopedVariable address("CUPS_SERVER", server.Address());
-    EXPECT_EQ(Run(example.command), example.output);
-    ExpectAtPrinter(printer.Finish().bytes, example, GuideQueue);
   }
 
  private:
@@ -130,15 +117,16 @@ TEST_F(Guide, ShowsWhatItsExamplesDo) {
   int printers = 0;
   for (const Example& example : examples) {
     SCOPED_TRACE("docs/guide.md:" + std::to_string(example.line) + ": " + example.command);
-    if (example.command.find(GuidePrinter) != std::string::npos) {
-      SendToPrinter(example);
+    bool printed = false;
+    for (const std::string& destination : {GuidePrinter, GuideQueue}) {
+      if (example.command.find(destination) == std::string::npos) continue;
+      printed = true;
       ++printers;
-    } else if (example.command.find(GuideQueue) != std::string::npos) {
-      SendThroughCups(example);
-      ++printers;
-    } else {
-      EXPECT_EQ(Run(example.command), example.output);
+      if (destination == GuideQueue && !CupsServer::IsInstalled()) continue;
+      ExpectAtPrinter(example, destination);
     }
+    if (printed) continue;
+    EXPECT_EQ(Run(example.command), example.output);
   }
   EXPECT_EQ(printers, 2);
 }
