@@ -45,8 +45,12 @@ TEST(FileDamage, OfIniFilesLeavesThemWritable) {
     EXPECT_STREQ(HvIniRead(ini.get(), "two", "list"), "more");
     return found;
   };
-  MeetDamage({"INI", "; comment\r\n[One]\r\nfirst=1\r\n\r\n[Two]\r\nsecond =v\r\nthird=\r\n", {},
-              read, "[]=;\n\x1A", "a.ini"});
+  MeetDamage({"INI",
+              "; comment\r\n[One]\r\nfirst=1\r\n\r\n[Two]\r\nsecond =v\r\nthird=\r\n",
+              {},
+              read,
+              "[]=;\n\x1A",
+              "a.ini"});
 }
 
 TEST(FileDamage, OfPanelFilesGivesWhatFits) {
@@ -76,7 +80,10 @@ TEST(FileDamage, OfPanelFilesGivesWhatFits) {
               "[Format]\nStyle=2\n[Combos]\n01a2=10;20;30\n[Edit Lengths]\n001f=40\n"
               "[Spin Limits]\n01a2=1;9;2\n[Dialogs]\n1=Paper\n[Paper]\nNumCtrls=2\n"
               "Defaults=0010;5;0011;7\nNumOMVAR=2\nOMVAR=1A2B 0003\n",
-              {}, read, "[=;\n -", "opc031.cfg"});
+              {},
+              read,
+              "[=;\n -",
+              "opc031.cfg"});
 }
 
 // A walk ends, with the codes for an end or for a bad line.
@@ -173,8 +180,7 @@ TEST(FileDamage, OfSetupListsGivesAllVariablesOrNone) {
     const OpenIni ini(HvIniOpen2("s.ini", INI_OPEN_READ));
     uint8_t* values = nullptr;
     uint16_t count = 0;
-    const uint32_t code =
-        HvQsfIniGetSection(ini.get(), QSF_LIST_REQUIRED, 5, &values, &count);
+    const uint32_t code = HvQsfIniGetSection(ini.get(), QSF_LIST_REQUIRED, 5, &values, &count);
     EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE || code == HV_KEY_MISSING ||
                 code == HV_SECTION_MISSING)
         << code;
@@ -183,8 +189,12 @@ TEST(FileDamage, OfSetupListsGivesAllVariablesOrNone) {
     HvMemFree(values);
     return code == HV_OK;
   };
-  MeetDamage({"setup list", "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n",
-              {}, read, "[=\n 129-", "s.ini"});
+  MeetDamage({"setup list",
+              "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n",
+              {},
+              read,
+              "[=\n 129-",
+              "s.ini"});
 }
 
 TEST(FileDamage, OfDescribedFilesIsListedOrNot) {
@@ -197,8 +207,12 @@ TEST(FileDamage, OfDescribedFilesIsListedOrNot) {
     HvDatQueryFilesFree(list);
     return count == 1;
   };
-  MeetDamage({"described file", "x #! Two-sided, stapled and punched, in the upper tray\nrest\n",
-              {}, read, "#!\n", "a.cfg"});
+  MeetDamage({"described file",
+              "x #! Two-sided, stapled and punched, in the upper tray\nrest\n",
+              {},
+              read,
+              "#!\n",
+              "a.cfg"});
 }
 
 TEST(FileDamage, OfRedirectionsGivesAnAddressOrACode) {
@@ -212,9 +226,13 @@ TEST(FileDamage, OfRedirectionsGivesAnAddressOrACode) {
     EXPECT_EQ(code == HV_OK, *address != '\0');
     return std::string(address) == "ftp://h/a/l/p";
   };
-  MeetDamage({"address redirection",
-              "[AREA_PREFIX]\nDRIVERS=ftp://h\n[AREA]\nDRIVERS=a\n[LANGUAGE]\n3=l\n[PRINTER]\n8=p\n",
-              {}, read, "[=\n", "w.ini"});
+  MeetDamage(
+      {"address redirection",
+       "[AREA_PREFIX]\nDRIVERS=ftp://h\n[AREA]\nDRIVERS=a\n[LANGUAGE]\n3=l\n[PRINTER]\n8=p\n",
+       {},
+       read,
+       "[=\n",
+       "w.ini"});
 }
 
 // Records stay within what the reply can hold, and describing them reads all that they point to.
@@ -238,8 +256,9 @@ TEST(FileDamage, OfRepliesStaysWithinTheirBounds) {
     const std::string whole = Reply(sample.items, sample.layout);
     const auto read = [&](std::string reply) {
       if (reply.size() >= 2 && reply.size() < whole.size()) {
-        reply.replace(0, 2, {static_cast<char>((reply.size() - 2) >> 8),
-                             static_cast<char>(reply.size() - 2)});
+        reply.replace(
+            0, 2,
+            {static_cast<char>((reply.size() - 2) >> 8), static_cast<char>(reply.size() - 2)});
       }
       const ReplyBlock block(reply);
       const OptionInfo info(HvParseOptionInfo(block.Address()), HvFreeOptionInfo);
@@ -308,9 +327,9 @@ TEST(FileDamage, OfArchivesLeadsNowhereElse) {
   const std::string text = SomeText(12);
   const hvtest::ZipArchive whole =
       hvtest::BuildZip({hvtest::Packed("dir/deflated", text, 8, hvtest::DeflateDynamic(text)),
-                hvtest::Packed("imploded", text, 6, hvtest::Implode(text, false, true), 4),
-                hvtest::Stored("stored", text)},
-               "a comment");
+                        hvtest::Packed("imploded", text, 6, hvtest::Implode(text, false, true), 4),
+                        hvtest::Stored("stored", text)},
+                       "a comment");
   hvtest::NumberFields numbers = NumbersOf(hv::EndOfDirectory, whole.end);
   for (const std::size_t at : whole.locals) numbers = numbers + NumbersOf(hv::LocalHeader, at);
   for (const std::size_t at : whole.entries) numbers = numbers + NumbersOf(hv::DirectoryEntry, at);

@@ -40,8 +40,8 @@ struct SoftFont {
     descriptor.size = size;
     bytes = hvtest::PclFont(descriptor, hvtest::SampleCharacters());
     const std::size_t character = bytes.find('W', bytes.find("\x1B(s")) + 1;
-    numbers = NumbersOf(hv::SoftFontDescriptorTable, 6) +
-              NumbersOf(hv::PclCharacterTable, character);
+    numbers =
+        NumbersOf(hv::SoftFontDescriptorTable, 6) + NumbersOf(hv::PclCharacterTable, character);
     if (format == 20) numbers = numbers + HighFirst(6 + 64, {2, 2});
   }
   std::string bytes;
@@ -186,7 +186,12 @@ TEST(FontDamage, IsDescribedAndSentOrRefused) {
       ExpectWholeJob(file);
       return IsDescribed(file);
     };
-    hvtest::MeetDamage({sample.name, sample.bytes, sample.numbers, read, "\n(/", sample.file,
+    hvtest::MeetDamage({sample.name,
+                        sample.bytes,
+                        sample.numbers,
+                        read,
+                        "\n(/",
+                        sample.file,
                         {{"a.afm", Times}, {"a.pfb", Times}}});
   }
 }
@@ -249,8 +254,14 @@ TEST(FontDamage, IsConvertedWholeOrRefused) {
     const auto read = [&](const std::string& /*damaged*/) {
       return IsConverted(sample.source, sample.type);
     };
-    hvtest::MeetDamage({sample.name, sample.bytes, sample.numbers, read, "", sample.file,
-                        {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}}});
+    hvtest::MeetDamage(
+        {sample.name,
+         sample.bytes,
+         sample.numbers,
+         read,
+         "",
+         sample.file,
+         {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}}});
   }
 }
 
@@ -277,7 +288,12 @@ TEST(FontDamage, OfAnIndexListsWhatIsThere) {
   bound.format = 10;
   bound.size = 80;
   bound.name = "Bound           ";
-  hvtest::MeetDamage({"GLUE.TXT", index, {}, read, "\n[{/;F ", "GLUE.TXT",
+  hvtest::MeetDamage({"GLUE.TXT",
+                      index,
+                      {},
+                      read,
+                      "\n[{/;F ",
+                      "GLUE.TXT",
                       {{"fonts/one.bit", hvtest::PclFont({}, {})},
                        {"fonts/two.bnd", hvtest::PclFont(bound, {})},
                        {"fonts/two.tfm", ""}}});

@@ -55,10 +55,10 @@ bool IsFiltered(int32_t emulation, uint32_t flags, const std::string& damaged) {
     return code == HV_OK;
   }
   EXPECT_EQ(code, HV_OK);
-  EXPECT_EQ(made, emulation == JOB_EMULATION_PCL
-                      ? "\x1B&f5y0X" + hvtest::FilterPclModel(damaged, DEFAULT_FILTER_MASK) +
-                            "\x1B&f1X"
-                      : hvtest::FilterPostScriptModel(damaged, "%%Quintar Overlay: x\n"));
+  EXPECT_EQ(made,
+            emulation == JOB_EMULATION_PCL
+                ? "\x1B&f5y0X" + hvtest::FilterPclModel(damaged, DEFAULT_FILTER_MASK) + "\x1B&f1X"
+                : hvtest::FilterPostScriptModel(damaged, "%%Quintar Overlay: x\n"));
   return true;
 }
 
@@ -91,10 +91,9 @@ TEST(JobDamage, OfMacrosIsValidatedAndFilteredOrRefused) {
       if ((sample.flags & MACRO_FLAG_FILTER) == 0) return isMacro;
       return IsFiltered(sample.emulation, sample.flags, damaged);
     };
-    hvtest::MeetDamage(
-        {sample.name, sample.bytes,
-         hvtest::LowFirstAnywhere(sample.numbersFrom, sample.bytes.size(), 2), read, "\x1B",
-         "source"});
+    hvtest::MeetDamage({sample.name, sample.bytes,
+                        hvtest::LowFirstAnywhere(sample.numbersFrom, sample.bytes.size(), 2), read,
+                        "\x1B", "source"});
   }
 }
 
@@ -121,10 +120,10 @@ TEST(JobDamage, OfPclXlHasOneResultInWhateverPieces) {
     EXPECT_TRUE(damaged.size() == job.size() || result == hv::PclXlEnded) << result;
     return result == hv::PclXlOk;
   };
-  hvtest::MeetDamage({"PCL XL job", job,
-                      hvtest::LowFirstAnywhere(17, job.size(), 2) +
-                          hvtest::LowFirstAnywhere(17, job.size(), 4),
-                      read, "\x1B\x42\x5E\xC8\xF8\xFA", ""});
+  hvtest::MeetDamage(
+      {"PCL XL job", job,
+       hvtest::LowFirstAnywhere(17, job.size(), 2) + hvtest::LowFirstAnywhere(17, job.size(), 4),
+       read, "\x1B\x42\x5E\xC8\xF8\xFA", ""});
 }
 
 // The text is written out or refused before anything is.
@@ -174,8 +173,7 @@ TEST(JobDamage, OfPrintFilesIsExplained) {
        Bytes("\x1B[K\x03\0\x06\x31\x01\x1B[l\x08\0\x01\x01\x02Hello\x1B=\x03\0\x31\x08\x05")},
       {"print file: PJL and PostScript",
        "@PJL QWRITEFILE\nab@PJL END DATA\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS\n%%EOF\nx\n\x04"},
-      {"print file: demonstration",
-       Bytes("\x1B[D\0\x05\x01\0Logo\0\0\0\0\0\0\0\0\0\0\0\x04%!PS")},
+      {"print file: demonstration", Bytes("\x1B[D\0\x05\x01\0Logo\0\0\0\0\0\0\0\0\0\0\0\x04%!PS")},
   };
   for (const auto& stream : streams) {
     const std::size_t size = stream.bytes.size();
@@ -198,8 +196,8 @@ TEST(JobDamage, OfDemonstrationFilesIsStored) {
     EXPECT_EQ(sent.substr(19), hvtest::Be32(static_cast<uint32_t>(damaged.size())) + damaged);
     return fs::remove("out");
   };
-  hvtest::MeetDamage({"demonstration file", "%!PS\nshowpage\n" + Uel, {}, read, "\x04\x1B",
-                      "source"});
+  hvtest::MeetDamage(
+      {"demonstration file", "%!PS\nshowpage\n" + Uel, {}, read, "\x04\x1B", "source"});
 }
 
 }  // namespace
