@@ -5,6 +5,7 @@
 #include <string>
 
 #include "hvapi.h"
+#include "support/font_calls.h"
 #include "support/font_files.h"
 #include "support/metrics_files.h"
 #include "support/test_folder.h"
@@ -19,12 +20,10 @@ using hvtest::TestFolder;
 
 // The AFM of the bytes, line ends as they are in the file; "code N" when there is none.
 std::string AfmOf(const std::string& pfm) {
-  const TestFolder folder;
-  const std::string source = folder.Add("font.pfm", pfm);
-  const int32_t code = HvFonConvert(source.c_str(), nullptr, nullptr, 0, 3);
-  if (code == HV_OK) return ReadFile(folder / "font.AFM");
-  EXPECT_EQ(folder.Names().size(), 1U);
-  return "code " + std::to_string(code);
+  return hvtest::Converted("font.pfm", pfm, FONT_CONVERT_PFM_TO_AFM, "AFM");
+}
+std::string AfmOf(const FontMetrics& font) {
+  return AfmOf(hvtest::PostScriptPfm(font));
 }
 
 // The text of a line that begins so, without its end; empty when there is none.
@@ -41,15 +40,7 @@ std::string WithCrLf(const std::string& text) {
 }
 
 FontMetrics TextFont() {
-  FontMetrics font;
-  font.copyright = "A notice";
-  font.ascender = 700;
-  font.averageWidth = 500;
-  font.maximumWidth = 900;
-  font.capHeight = 660;
-  font.xHeight = 450;
-  font.ascent = 683;
-  font.descent = 217;
+  FontMetrics font = {"A notice", 700, 0, 0, 0, 400, 0, 32, true, 500, 900, 660, 450, 683, 217};
   font.face = "Sample Text";
   font.fontName = "Sample-Text-Roman-Oblique";
   font.widths.assign(224, 600);
@@ -70,7 +61,7 @@ FontMetrics SymbolFont() {
 TEST(AfmWriter, WritesASymbolFontCompletely) {
   FontMetrics font = SymbolFont();
   font.kerning = {{'A', 4, -20}, {0x7F, 196, 0}, {26, 255, 32767}, {'B', 'B', -32768}};
-  EXPECT_EQ(AfmOf(hvtest::PostScriptPfm(font)),
+  EXPECT_EQ(AfmOf(font),
             WithCrLf("StartFontMetrics 2.0\nComment A notice\nFontName Sample-Text-Roman-Oblique\n"
                      "EncodingScheme FontSpecific\nFullName Sample Text Roman Oblique\n"
                      "FamilyName Sample Text\nWeight Medium\nIsFixedPitch false\n"
@@ -84,19 +75,15 @@ TEST(AfmWriter, WritesASymbolFontCompletely) {
 
 TEST(AfmWriter, EncodesATextFontAsAdobeDoes) {
   FontMetrics font = TextFont();
-  const auto set = [&](std::size_t code, int width) { font.widths[code - 32] = width; };
-  set(39, 11);
-  set(94, 12);  // behind 136 in its slot
-  set(96, 13);
-  set(136, 14);
-  set(138, 250);  // as the space: dropped
-  set(149, 15);   // another width: kept
-  set(145, 16);
-  set(146, 250);  // always kept
-  set(129, 17);   // never kept
-  set(160, 250);
-  set(255, 0);
-  const std::string afm = AfmOf(hvtest::PostScriptPfm(font));
+  const std::pair<std::size_t, int> widths[] = {{39, 11},   {94, 12},  // behind 136 in its slot
+                                                {96, 13},   {136, 14},
+                                                {138, 250},              // as the space: dropped
+                                                {149, 15},               // another width: kept
+                                                {145, 16},  {146, 250},  // always kept
+                                                {129, 17},               // never kept
+                                                {160, 250}, {255, 0}};
+  for (const auto& [code, width] : widths) font.widths[code - 32] = width;
+  const std::string afm = AfmOf(font);
   const auto line = [&](const std::string& code, int width, const std::string& name) {
     return "C  " + code + " ; WX  " + std::to_string(width) + " ; N " + name + " ;\r\n";
   };
@@ -129,7 +116,7 @@ TEST(AfmWriter, TakesTheWidthOfTheSpaceForReference) {
   font.last = 154;
   font.widths.assign(17, 600);
   font.widths[0] = 0;  // 138
-  const std::string afm = AfmOf(hvtest::PostScriptPfm(font));
+  const std::string afm = AfmOf(font);
   EXPECT_EQ(afm.find("Scaron"), std::string::npos);
   EXPECT_NE(afm.find("C  -1 ; WX  600 ; N scaron ;"), std::string::npos);
   EXPECT_EQ(LineOf(afm, "StartCharMetrics"), "StartCharMetrics 12");
@@ -142,7 +129,7 @@ TEST(AfmWriter, TellsWeightAndPitch) {
   for (const auto& [weight, word] : weights) {
     FontMetrics font = SymbolFont();
     font.weight = weight;
-    EXPECT_EQ(LineOf(AfmOf(hvtest::PostScriptPfm(font)), "Weight "), std::string("Weight ") + word);
+    EXPECT_EQ(LineOf(AfmOf(font), "Weight "), std::string("Weight ") + word);
   }
   for (const bool variable : {false, true}) {
     for (const int average : {500, 900}) {
@@ -150,7 +137,7 @@ TEST(AfmWriter, TellsWeightAndPitch) {
       font.variable = variable;
       font.averageWidth = average;
       const bool fixed = !variable || average == 900;
-      const std::string afm = AfmOf(hvtest::PostScriptPfm(font));
+      const std::string afm = AfmOf(font);
       EXPECT_EQ(LineOf(afm, "IsFixed"), fixed ? "IsFixedPitch true" : "IsFixedPitch false");
       EXPECT_EQ(LineOf(afm, "FontBBox"),
                 fixed ? "FontBBox -20 -222 910 705" : "FontBBox -100 -222 910 705");
@@ -159,8 +146,7 @@ TEST(AfmWriter, TellsWeightAndPitch) {
   FontMetrics negative = SymbolFont();
   negative.ascender = -1;
   negative.descent = -1;
-  EXPECT_EQ(LineOf(AfmOf(hvtest::PostScriptPfm(negative)), "FontBBox"),
-            "FontBBox -100 -65540 910 65540");
+  EXPECT_EQ(LineOf(AfmOf(negative), "FontBBox"), "FontBBox -100 -65540 910 65540");
 }
 
 // Puts an offset of four bytes into a file.
@@ -178,10 +164,9 @@ TEST(AfmWriter, ReadsTheWholeFileAndNothingBehindIt) {
   EXPECT_EQ(LineOf(afm, "StartKernPairs"), "StartKernPairs 2000");
   EXPECT_EQ(LineOf(afm, "Comment"), "Comment " + std::string(60, 'c'));
 
-  // Face name, metrics, widths, kerning, font name: at the end, beyond it, not ended before it.
-  for (const std::size_t field : {105U, 119U, 123U, 131U, 139U}) {
+  // Metrics, widths, kerning, font name: at the end, beyond it, not ended before it.
+  for (const std::size_t field : {119U, 123U, 131U, 139U}) {
     for (const std::size_t offset : {pfm.size(), pfm.size() - 1, std::size_t{0xFFFFFFFF}}) {
-      if (field == 105) continue;  // such a file is no PFM
       if (field == 139 && offset == pfm.size() - 1) continue;
       EXPECT_EQ(AfmOf(WithOffset(pfm, field, offset)), "code 27") << field << " " << offset;
     }
@@ -192,8 +177,7 @@ TEST(AfmWriter, ReadsTheWholeFileAndNothingBehindIt) {
   EXPECT_EQ(AfmOf(WithOffset(pfm, 123, 0)), "code 27");
 
   font.kerning.clear();
-  const std::string without = AfmOf(WithOffset(hvtest::PostScriptPfm(font) + "\0\0"s, 2, 0));
-  EXPECT_EQ(without, "code 27");
+  EXPECT_EQ(AfmOf(WithOffset(hvtest::PostScriptPfm(font) + "\0\0"s, 2, 0)), "code 27");
 }
 
 TEST(AfmWriter, WritesAnEmptyKerningBlock) {
@@ -212,12 +196,11 @@ TEST(AfmWriter, RefusesWhatIsNoPfm) {
   const TestFolder folder;
   const std::string pfm = hvtest::PostScriptPfm(TextFont());
   const std::string source = folder.Add("font.pfm", pfm);
-  const std::string nowhere = folder / "nowhere/font.afm";
-  EXPECT_EQ(HvFonConvert(source.c_str(), nowhere.c_str(), nullptr, 0, 3), HV_CANNOT_OPEN);
+  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/font.afm", 3), HV_CANNOT_OPEN);
   std::filesystem::create_directory(folder.Path() / "dir.pfm");
-  EXPECT_EQ(HvFonConvert((folder / "dir.pfm").c_str(), nullptr, nullptr, 0, 3), HV_CANNOT_OPEN);
+  EXPECT_EQ(hvtest::Convert(folder / "dir.pfm", "", 3), HV_CANNOT_OPEN);
   // The source itself may be the destination: it was read before.
-  EXPECT_EQ(HvFonConvert(source.c_str(), source.c_str(), nullptr, 0, 3), HV_OK);
+  EXPECT_EQ(hvtest::Convert(source, source, 3), HV_OK);
   EXPECT_EQ(ReadFile(source), AfmOf(pfm));
 }
 

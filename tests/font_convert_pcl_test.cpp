@@ -5,6 +5,7 @@
 #include <string>
 
 #include "hvapi.h"
+#include "support/font_calls.h"
 #include "support/font_files.h"
 #include "support/pcl_pfm_files.h"
 #include "support/test_folder.h"
@@ -16,6 +17,7 @@ using hvtest::PclDriverPfm;
 using hvtest::ReadFile;
 using hvtest::TestFolder;
 
+constexpr const char* Device = "PCL / HP LaserJet";
 constexpr int32_t Plain = 5;
 constexpr int32_t Described = 17;
 
@@ -73,20 +75,9 @@ std::string ExtendedCharacter(unsigned code, int body, int before, int behind) {
   return Download(code, data);
 }
 
-// The PFM of a font, or "code N". The font is described first, as its layout follows from that.
+// The PFM of a font, or "code N".
 std::string PfmOf(const std::string& font, int32_t type = Plain) {
-  const TestFolder folder;
-  const std::string source = folder.Add("font.sfp", font);
-  HvFontInfo info;
-  HvFonQueryInfo(source.c_str(), &info, 0, 0);
-  const int32_t code = HvFonConvert(source.c_str(), nullptr, nullptr, 0, type);
-  if (code != HV_OK) {
-    EXPECT_EQ(folder.Names().size(), 1U);
-    return "code " + std::to_string(code);
-  }
-  const std::string pfm = folder / "font.PFM";
-  EXPECT_EQ(HvFonQueryInfo(pfm.c_str(), &info, 0, 1), HV_OK);
-  return ReadFile(pfm);
+  return hvtest::Converted("font.sfp", font, type, "PFM");
 }
 
 std::string FixedFont() {
@@ -95,27 +86,14 @@ std::string FixedFont() {
          Character('p', 100, 1, 22, 20, 32) + Character('x', 103, 1, 21, 20, 21);
 }
 
-PclDriverPfm FixedPfm() {
-  PclDriverPfm pfm;
-  pfm.points = 12;
-  pfm.ascent = 40;
-  pfm.internalLeading = 10;
-  pfm.externalLeading = 10;
-  pfm.pixelWidth = 25;
-  pfm.pixelHeight = 60;
-  pfm.pitchAndFamily = 48;
-  pfm.averageWidth = pfm.maximumWidth = 25;
+TEST(PclPfm, HasEveryFieldOfAFixedPitchFont) {
+  PclDriverPfm pfm = {Device, 0x80, 12, 40, 10, 10, false, 400, 0, 25, 60, 48, 25, 25, 32};
   pfm.last = 247;  // the division sign is made with the hyphen
   pfm.face = "Courier (8U)";
   pfm.metrics = {288, 1,  60, 60, 60, 60, 30, 21, 33, 10, 0, 9,
                  -10, 60, 60, -5, 3,  1,  -5, 3,  3,  16, 4};
   pfm.memory = (125 + 7) / 8 * 60 + 63;
   pfm.selection = "\x1B(8U\x1B(s0p12.00v12.00h0s0b3T";
-  return pfm;
-}
-
-TEST(PclPfm, HasEveryFieldOfAFixedPitchFont) {
-  PclDriverPfm pfm = FixedPfm();
   EXPECT_EQ(PfmOf(FixedFont()), pfm.Bytes());
   pfm.described = true;
   pfm.description = "Sample            [12.0 Pt.] (Roman-8)";
@@ -131,30 +109,33 @@ TEST(PclPfm, HasEveryFieldOfAProportionalFont) {
   const std::string font = head.Command() + Character('-', 51, 9, 0, 3, 0, 1) +
                            Character('_', 48, -2, 0, 5, 0, 2) + Character('p', 82, 6, 0, 8, 0, 1) +
                            Character('d', 48, 25, 0, 0, 0, 1) + Character('x', 48, 15, 0, 0, 0, 1);
-  PclDriverPfm pfm;
-  pfm.points = 10;
-  pfm.ascent = 30;
-  pfm.internalLeading = 44 - 46;
-  pfm.externalLeading = 45 - 30;
-  pfm.italic = true;
-  pfm.weight = 700;
-  pfm.charSet = 185;
-  pfm.pixelHeight = 44;
-  pfm.pitchAndFamily = 33;
-  pfm.averageWidth = 68 / 5;
-  pfm.maximumWidth = 20;
-  pfm.last = 'x';
-  pfm.widths.assign('x' - 32 + 2, 0);
-  pfm.widths[0] = 22;  // no space: as wide as the pitch
-  for (const char c : {'-', '_', 'd', 'x'}) pfm.widths[static_cast<std::size_t>(c - 32)] = 12;
-  pfm.widths['p' - 32] = 20;
-  pfm.face = "Helv (US Legal) (1U)";
+  PclDriverPfm pfm = {Device,
+                      0x80,
+                      10,
+                      30,
+                      44 - 46,
+                      45 - 30,
+                      true,
+                      700,
+                      185,
+                      0,
+                      44,
+                      33,
+                      68 / 5,
+                      20,
+                      32,
+                      'x',
+                      std::vector<int>('x' - 32 + 2),
+                      "Helv (US Legal) (1U)"};
   pfm.metrics = {211, 2,  44, 44, 44, 44, 32, 15, 25, 2, 0, 17,
                  -2,  44, 44, -2, 5,  8,  -2, 5,  5,  6, 3};
   pfm.memory = (68 + 7) / 8 * 44 + 63;
   pfm.translation = 16;
   pfm.symbolSet = 53;
   pfm.selection = "\x1B(1U\x1B(s1p11.00v517s3b4T";
+  pfm.widths[0] = 22;  // no space: as wide as the pitch
+  for (const char c : {'-', '_', 'd', 'x'}) pfm.widths[static_cast<std::size_t>(c - 32)] = 12;
+  pfm.widths['p' - 32] = 20;
   EXPECT_EQ(PfmOf(font), pfm.Bytes());
   pfm.described = true;
   pfm.description = "Name         BdIt [10.9 Pt.] (Legal)";
@@ -170,26 +151,30 @@ TEST(PclPfm, HasEveryFieldOfAFontOfFormat9) {
     // 65 is 15 wide; 216 is its place in Roman-8 for code 196; 180 nothing but an accent.
     const std::string font = head.Command() + ExtendedCharacter('A', 20, 5, 6) +
                              ExtendedCharacter(216, 254, 1, 2) + ExtendedCharacter('B', 255, 9, 9);
-    PclDriverPfm pfm;
-    pfm.points = 12;
-    pfm.ascent = 41;  // of 55: .25 does not count
-    pfm.internalLeading = 10;
-    pfm.externalLeading = 5;
-    pfm.italic = true;
-    pfm.weight = 300;
-    pfm.pixelHeight = 55;
-    pfm.pitchAndFamily = 17;
-    pfm.averageWidth = (15 + 128) / 3;
-    pfm.maximumWidth = 128;
-    pfm.last = 196;
-    pfm.widths.assign(196 - 32 + 2, 0);
-    pfm.widths[0] = 20;
-    pfm.widths['A' - 32] = 15;
-    pfm.widths[196 - 32] = 128;
-    pfm.face = "Tms Rmn (8U)";
+    PclDriverPfm pfm = {Device,
+                        0x80,
+                        12,
+                        41,
+                        10,
+                        5,
+                        true,
+                        300,
+                        0,
+                        0,
+                        55,
+                        17,
+                        (15 + 128) / 3,
+                        128,
+                        32,
+                        196,
+                        std::vector<int>(196 - 32 + 2),
+                        "Tms Rmn (8U)"};
     pfm.metrics = {264, 2,  55, 55, 55, 55, 31, 24, 32, 9,  0, 7,
                    -8,  55, 55, -6, 2,  -2, -6, 2,  2,  12, 2};
     pfm.memory = (143 + 7) / 8 * 55 + 63;
+    pfm.widths[0] = 20;
+    pfm.widths['A' - 32] = 15;
+    pfm.widths[196 - 32] = 128;
     EXPECT_EQ(PfmOf(font), pfm.Bytes()) << format;
     pfm.described = true;
     pfm.description = "Name         LtIt [12.0 Pt.] (Roman-8)";
@@ -197,9 +182,14 @@ TEST(PclPfm, HasEveryFieldOfAFontOfFormat9) {
   }
 }
 
+// The PFM of a font of one character.
+std::string PfmOf(const Head& head) {
+  return PfmOf(head.Command() + Character('A', 100));
+}
+
 // The selection escape at the end of a file.
 std::string EscapeOf(const Head& head) {
-  const std::string pfm = PfmOf(head.Command() + Character('A', 100));
+  const std::string pfm = PfmOf(head);
   return pfm.substr(pfm.rfind("\x1B("));
 }
 
@@ -223,11 +213,6 @@ TEST(PclPfm, TellsTheSizeInTheSelection) {
   Head head = FixedHead();
   head.Byte(13, 1).Byte(4, 0xFF).Byte(23, 0xFE).Byte(24, -7).Byte(26, 0x10).Word(14, 65535);
   EXPECT_EQ(EscapeOf(head), std::string("\x1B(s1p12.00v65534s-7b4099T") + '\0');
-}
-
-std::string FaceOf(const Head& head) {
-  const std::string pfm = PfmOf(head.Command() + Character('A', 100));
-  return pfm.c_str() + 117 + 30;
 }
 
 TEST(PclPfm, NamesTheFace) {
@@ -254,7 +239,7 @@ TEST(PclPfm, NamesTheFace) {
   for (const auto& c : cases) {
     Head head = FixedHead();
     head.Byte(25, static_cast<int>(c.typeface)).Byte(26, static_cast<int>(c.typeface >> 8));
-    EXPECT_EQ(FaceOf(head.Word(14, c.symbolSet).Name(c.name)), c.face);
+    EXPECT_STREQ(PfmOf(head.Word(14, c.symbolSet).Name(c.name)).c_str() + 117 + 30, c.face);
   }
 }
 
@@ -269,9 +254,9 @@ TEST(PclPfm, TellsWeightSymbolSetAndFamily) {
   const unsigned weights[] = {100, 100, 200, 200, 300, 300, 400, 400,
                               500, 600, 700, 700, 800, 800, 900};
   for (int stroke = -9; stroke <= 9; ++stroke) {
-    Head head = FixedHead();
-    const std::string pfm = PfmOf(head.Byte(24, stroke).Command() + Character('A', 100));
-    EXPECT_EQ(At(pfm, 83, 2), stroke < -7 || stroke > 7 ? 0 : weights[stroke + 7]) << stroke;
+    EXPECT_EQ(At(PfmOf(FixedHead().Byte(24, stroke)), 83, 2),
+              stroke < -7 || stroke > 7 ? 0 : weights[stroke + 7])
+        << stroke;
   }
   const struct {
     unsigned symbolSet;
@@ -282,18 +267,14 @@ TEST(PclPfm, TellsWeightSymbolSetAndFamily) {
               {145, 1, 183, 16}, {269, 0, 180, 17}, {277, 1, 0, 1},  {369, 1, 0, 18},
               {501, 0, 181, 17}, {529, 1, 186, 19}, {629, 1, 0, 17}, {629, 0, 0, 16}};
   for (const auto& c : sets) {
-    Head head = FixedHead();
-    head.Word(14, c.symbolSet).Byte(3, c.fontType);
-    const std::string pfm = PfmOf(head.Command() + Character('A', 100));
+    const std::string pfm = PfmOf(FixedHead().Word(14, c.symbolSet).Byte(3, c.fontType));
     EXPECT_EQ(At(pfm, 85, 1), c.characterSet) << c.symbolSet;
     EXPECT_EQ(At(pfm, At(pfm, 117 + 22, 4) + 12, 2), c.translation) << c.symbolSet;
   }
   const std::pair<int, unsigned> families[] = {{3, 48}, {4, 32},  {5, 16},
                                                {7, 64}, {19, 80}, {28, 0}};
   for (const auto& [typeface, family] : families) {
-    Head head = FixedHead();
-    const std::string pfm = PfmOf(head.Byte(25, typeface).Command() + Character('A', 100));
-    EXPECT_EQ(At(pfm, 90, 1), family) << typeface;
+    EXPECT_EQ(At(PfmOf(FixedHead().Byte(25, typeface)), 90, 1), family) << typeface;
   }
 }
 
@@ -301,10 +282,8 @@ TEST(PclPfm, TellsWeightSymbolSetAndFamily) {
 // and another one that makes the widths differ. 0 also for a code outside the table.
 unsigned WidthThrough(unsigned symbolSet, unsigned pclCode, unsigned windowsCode,
                       const std::string& before = "") {
-  Head head = FixedHead();
-  head.Word(14, symbolSet);
-  const std::string pfm =
-      PfmOf(head.Command() + Character('!', 4) + before + Character(pclCode, 77 * 4));
+  const std::string pfm = PfmOf(FixedHead().Word(14, symbolSet).Command() + Character('!', 4) +
+                                before + Character(pclCode, 77 * 4));
   const unsigned first = At(pfm, 95, 1);
   const unsigned last = At(pfm, 96, 1);
   return windowsCode > last ? 0 : At(pfm, 117 + 2 * (windowsCode - first), 2);
@@ -343,10 +322,7 @@ TEST(PclPfm, ReadsTheStreamAsAPrinterDoes) {
   const std::string head = FixedHead().Command();
   const std::string a = Character('A', 100);
   const std::string plain = PfmOf(head + a);
-  const struct {
-    const char* what;
-    std::string font;
-  } same[] = {
+  const std::pair<const char*, std::string> same[] = {
       {"a code before the descriptor", "\x1B*c65E" + head + a},
       {"other bytes behind it", head + "text\x1B*c5D\x1B" + a + "\x1B&l0O"},
       {"an escape that begins nothing", head + "\x1B\x1B*c\x1B(s\x1B)" + a},
@@ -358,14 +334,9 @@ TEST(PclPfm, ReadsTheStreamAsAPrinterDoes) {
                         std::string(5000 - (a.size() - a.find('W') - 1), '\x1B')},
       {"a second descriptor", head + Character('z', 4) + head + a},
   };
-  for (const auto& c : same) {
-    // Some of them are no fonts for HvFonQueryInfo.
-    EXPECT_EQ(PfmOf(c.font), plain) << c.what;
-  }
-  const struct {
-    const char* what;
-    std::string font;
-  } refused[] = {
+  // Some of them are no fonts for HvFonQueryInfo.
+  for (const auto& [what, font] : same) EXPECT_EQ(PfmOf(font), plain) << what;
+  const std::pair<const char*, std::string> refused[] = {
       {"nothing", ""},
       {"text before the descriptor", "text" + head + a},
       {"another command before it", "\x1B*c5D" + head + a},
@@ -376,7 +347,7 @@ TEST(PclPfm, ReadsTheStreamAsAPrinterDoes) {
       {"another format", FixedHead().Byte(2, 5).Command() + a},
       {"a second descriptor of another format", head + a + FixedHead().Byte(2, 10).Command()},
   };
-  for (const auto& c : refused) EXPECT_EQ(PfmOf(c.font), "code 27") << c.what;
+  for (const auto& [what, font] : refused) EXPECT_EQ(PfmOf(font), "code 27") << what;
 }
 
 TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
@@ -399,12 +370,11 @@ TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
                {five, 27, 27, HV_OK},
                {scalable, HV_OK, 27, 27}};
   for (const auto& c : cases) {
-    HvFontInfo info;
-    ASSERT_EQ(HvFonQueryInfo(c.described.c_str(), &info, 0, 0), HV_OK);
+    ASSERT_EQ(hvtest::DescribeFont(c.described).code, HV_OK);
     // No conversion changes it, the longer one included.
     for (const int32_t type : {Described, Plain}) {
       const auto convert = [&](const std::string& source) {
-        return HvFonConvert(source.c_str(), (folder / "out.pfm").c_str(), nullptr, 0, type);
+        return hvtest::Convert(source, folder / "out.pfm", type);
       };
       EXPECT_EQ(convert(fixed), c.fixed) << c.described;
       EXPECT_EQ(convert(nine), c.nine) << c.described;
@@ -432,10 +402,9 @@ TEST(PclPfm, CountsCharactersWithoutAPlace) {
   EXPECT_EQ(At(full, 117 + 2 * 224, 2), 0U);
   EXPECT_EQ(At(full, 117 + 2 * 225, 2), 30U);
   // More than 65,535 dots in all.
-  const std::string wide =
-      PfmOf(head.Command() + Character('A', 32767) + Character('B', 32764) + Character('C', 32764) +
-            Character('D', 32764) + Character('E', 32764) + Character('F', 32764) +
-            Character('G', 32764) + Character('H', 32764) + Character('I', 32764));
+  std::string many = head.Command() + Character('A', 32767);
+  for (unsigned code = 'B'; code <= 'I'; ++code) many += Character(code, 32764);
+  const std::string wide = PfmOf(many);
   EXPECT_EQ(At(wide, 91, 2), 8191U);
   EXPECT_EQ(At(wide, At(wide, 117 + 22, 4) + 4, 4), (9U * 8191 + 7) / 8 * 60 + 63);
 }
@@ -443,15 +412,12 @@ TEST(PclPfm, CountsCharactersWithoutAPlace) {
 TEST(PclPfm, TellsWhatCannotBeOpened) {
   const TestFolder folder;
   const std::string source = folder.Add("font.sfp", FixedFont());
-  HvFontInfo info;
-  ASSERT_EQ(HvFonQueryInfo(source.c_str(), &info, 0, 0), HV_OK);
-  EXPECT_EQ(HvFonConvert(source.c_str(), (folder / "nowhere/x.pfm").c_str(), nullptr, 0, Plain),
-            HV_CANNOT_OPEN);
-  EXPECT_EQ(HvFonConvert(folder.Path().string().c_str(), (folder / "x").c_str(), nullptr, 0, Plain),
-            HV_CANNOT_OPEN);
+  ASSERT_EQ(hvtest::DescribeFont(source).code, HV_OK);
+  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/x.pfm", Plain), HV_CANNOT_OPEN);
+  EXPECT_EQ(hvtest::Convert(folder.Path().string(), folder / "x", Plain), HV_CANNOT_OPEN);
   const std::string old = folder.Add("old.pfm", "old");
   const std::string broken = folder.Add("broken.sfp", "no font");
-  EXPECT_EQ(HvFonConvert(broken.c_str(), old.c_str(), nullptr, 0, Plain), HV_UNUSABLE_FILE);
+  EXPECT_EQ(hvtest::Convert(broken, old, Plain), HV_UNUSABLE_FILE);
   EXPECT_EQ(ReadFile(old), "old");
 }
 

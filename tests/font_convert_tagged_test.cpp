@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 
 #include "hvapi.h"
+#include "support/font_calls.h"
 #include "support/font_files.h"
 #include "support/metrics_files.h"
 #include "support/pcl_pfm_files.h"
@@ -36,31 +38,29 @@ HvFontInfo Companions(const std::string& first, const std::string& second = "") 
 std::string PfmOf(const std::string& metrics, const std::string& symbolSet = "8U",
                   int32_t type = ByMetrics, const hvtest::PclDescriptor& header = {}) {
   const TestFolder folder;
-  const std::string source = folder.Add("font.sfs", hvtest::PclFont(header, {}));
+  folder.Add("font.sfs", hvtest::PclFont(header, {}));
   HvFontInfo info = Companions(folder.Add("font.tfm", metrics));
   std::strcpy(info.symbolSet, symbolSet.c_str());
-  const int32_t code = HvFonConvert(source.c_str(), nullptr, &info, 2, type);
-  if (code != HV_OK) return "code " + std::to_string(code);
-  const std::string pfm = folder / "font.PFM";
-  EXPECT_EQ(HvFonQueryInfo(pfm.c_str(), &info, 0, 1), HV_OK);
-  return ReadFile(pfm);
+  return hvtest::Converted(folder, "font.sfs", type, "PFM", &info);
 }
 
 PclDriverPfm SamplePfm() {
-  PclDriverPfm pfm;
-  pfm.device = "PCL5 / HP LaserJet III";
-  pfm.type = 0x81;
-  pfm.points = 12;
-  pfm.ascent = 950;
-  pfm.internalLeading = 200;
-  pfm.externalLeading = 50;
-  pfm.italic = true;
-  pfm.weight = 700;
-  pfm.pixelHeight = 1200;
-  pfm.pitchAndFamily = 17;
-  pfm.averageWidth = 501;
-  pfm.maximumWidth = 722;
-  pfm.last = 196;
+  PclDriverPfm pfm = {"PCL5 / HP LaserJet III",
+                      0x81,
+                      12,
+                      950,
+                      200,
+                      50,
+                      true,
+                      700,
+                      0,
+                      0,
+                      1200,
+                      17,
+                      501,
+                      722,
+                      32,
+                      196};
   pfm.leadsToTables = true;
   pfm.widths.assign(196 - 32 + 2, 0);
   pfm.widths[0] = pfm.widths[160 - 32] = 250;
@@ -83,13 +83,11 @@ TEST(TaggedMetrics, GiveEveryFieldInBothByteOrders) {
 }
 
 TEST(TaggedMetrics, AreSelectedByTheHeaderOfTheSoftFont) {
-  hvtest::PclDescriptor header;
-  header.styleHigh = 1;
-  header.styleLow = 2;
-  header.strokeWeight = -4;
-  header.typeface = 0x1234;
-  header.spacing = 0;
-  header.symbolSet = 629;  // 19U
+  const hvtest::PclDescriptor header = {.styleHigh = 1,
+                                        .symbolSet = 629,  // 19U
+                                        .styleLow = 2,
+                                        .strokeWeight = -4,
+                                        .typeface = 0x1234};
   PclDriverPfm pfm = SamplePfm();
   pfm.face = "Sample (W1)";
   pfm.translation = 17;
@@ -105,10 +103,9 @@ TEST(TaggedMetrics, AreSelectedByTheHeaderOfTheSoftFont) {
 
 TEST(TaggedMetrics, OfAFixedPitchFontHaveNoTable) {
   TaggedFontFile font = SampleTaggedFont();
-  for (const auto& [tag, value] : {std::pair{412, 600}, {415, 64}, {409, 0}, {422, 1100}}) {
-    font.Set(static_cast<unsigned>(tag), 3, {value});
-  }
-  font.Set(433, 3, {600, 600, 600, 600});
+  const std::pair<unsigned, std::vector<int64_t>> words[] = {
+      {412, {600}}, {415, {64}}, {409, {0}}, {422, {1100}}, {433, {600, 600, 600, 600}}};
+  for (const auto& [tag, values] : words) font.Set(tag, 3, values);
   font.Remove(419);
   font.Remove(439);
   font.Set(408, 5, {2001, 2});  // rounded to the next whole unit
@@ -148,17 +145,14 @@ TEST(TaggedMetrics, GiveTheFirstFontWithTheSymbolSet) {
 
 TEST(TaggedMetrics, AreRefusedWhenTheyCannotBeUsed) {
   const std::string good = TaggedFile("II", {SampleTaggedFont()});
-  const auto without = [](unsigned tag) {
+  const auto changed = [](const std::function<void(TaggedFontFile&)>& change) {
     TaggedFontFile font = SampleTaggedFont();
-    font.Remove(tag);
+    change(font);
     return TaggedFile("II", {font});
   };
-  TaggedFontFile noSets = SampleTaggedFont();
-  noSets.symbolSets.clear();
-  TaggedFontFile noUnits = SampleTaggedFont();
-  noUnits.Set(408, 5, {1000, 0});
-  TaggedFontFile manyUnits = SampleTaggedFont();
-  manyUnits.Set(408, 5, {65536, 1});
+  const auto without = [&](unsigned tag) {
+    return changed([&](TaggedFontFile& font) { font.Remove(tag); });
+  };
   const std::string cases[] = {
       "",
       "II",
@@ -167,9 +161,13 @@ TEST(TaggedMetrics, AreRefusedWhenTheyCannotBeUsed) {
       good.substr(0, 4) + hvtest::Le32(0) + good.substr(8),
       good.substr(0, 4) + hvtest::Le32(static_cast<uint32_t>(good.size())) + good.substr(8),
       good.substr(0, 100),
-      TaggedFile("II", {noSets}),
-      TaggedFile("II", {noUnits}),
-      TaggedFile("II", {manyUnits}),
+      changed([](TaggedFontFile& font) { font.symbolSets.clear(); }),
+      changed([](TaggedFontFile& font) {
+        font.Set(408, 5, {1000, 0});
+      }),
+      changed([](TaggedFontFile& font) {
+        font.Set(408, 5, {65536, 1});
+      }),
       without(408),
       without(433),
   };
@@ -211,29 +209,21 @@ TEST(TaggedMetrics, CheckTheRecord) {
       {&first, 4, ByMetrics, HV_UNUSABLE_FILE},   {&first, 2, ByHeader, HV_UNUSABLE_FILE},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(HvFonConvert(source.c_str(), out.c_str(), c.info, c.selector, c.type), c.code);
+    EXPECT_EQ(hvtest::Convert(source, out, c.type, c.info, c.selector), c.code);
     EXPECT_EQ(ReadFile(out), "old");
   }
-  EXPECT_EQ(HvFonConvert(source.c_str(), nowhere.c_str(), &first, 2, ByMetrics), HV_CANNOT_OPEN);
-  EXPECT_EQ(HvFonConvert(folder.Path().string().c_str(), out.c_str(), &first, 2, ByMetrics),
-            HV_CANNOT_OPEN);
-  EXPECT_EQ(HvFonConvert(source.c_str(), out.c_str(), &first, 2, ByMetrics), HV_OK);
-  EXPECT_EQ(ReadFile(out), SamplePfm().Bytes());
-  std::filesystem::remove(out);
-  EXPECT_EQ(HvFonConvert(source.c_str(), out.c_str(), &second, 4, ByMetrics), HV_OK);
-  EXPECT_EQ(ReadFile(out), SamplePfm().Bytes());
+  EXPECT_EQ(hvtest::Convert(source, nowhere, ByMetrics, &first, 2), HV_CANNOT_OPEN);
+  EXPECT_EQ(hvtest::Convert(folder.Path().string(), out, ByMetrics, &first, 2), HV_CANNOT_OPEN);
+  for (const auto& [info, selector] : {std::pair{&first, 2U}, {&second, 4U}}) {
+    std::filesystem::remove(out);
+    EXPECT_EQ(hvtest::Convert(source, out, ByMetrics, info, selector), HV_OK);
+    EXPECT_EQ(ReadFile(out), SamplePfm().Bytes());
+  }
 }
 
 // The PBM of a DLF font, or "code N".
 std::string PbmOf(const std::string& dlf) {
-  const TestFolder folder;
-  const std::string source = folder.Add("font.dlf", dlf);
-  const int32_t code = HvFonConvert(source.c_str(), nullptr, nullptr, 0, 4);
-  if (code != HV_OK) return "code " + std::to_string(code);
-  HvFontInfo info;
-  const std::string pbm = folder / "font.PBM";
-  EXPECT_EQ(HvFonQueryInfo(pbm.c_str(), &info, 0, 1), HV_OK);
-  return ReadFile(pbm);
+  return hvtest::Converted("font.dlf", dlf, FONT_CONVERT_DLF_TO_PBM, "PBM");
 }
 
 // The layout is that of a PSM; these fields are a DLF font's own.
@@ -249,47 +239,70 @@ std::string DlfPbm(hvtest::FontMetrics font, int points, bool proportional, int 
 }
 
 TEST(DlfMetrics, HoldWhatTheBlockSays) {
-  hvtest::DlfFont dlf;  // ten points, proportional, code page 850A
-  hvtest::FontMetrics font;
-  font.family = 0;
-  font.face = "Courier (850A)";
-  font.fontName = "Courier";
-  EXPECT_EQ(PbmOf(dlf.Bytes()), DlfPbm(font, 10, true, 255));
-  dlf.flags = 1;
-  dlf.size = 1250;
-  dlf.letterByte = 0;
-  font.family = 48;
-  font.maximumWidth = 480;  // six points of twelve and a half
-  font.face = "Courier (850)";
-  EXPECT_EQ(PbmOf(dlf.Bytes()), DlfPbm(font, 13, false, 255));
-  dlf.format = 10;
-  dlf.size = 7200;  // ten characters an inch
-  dlf.codePage = 1004;
-  font.maximumWidth = 600;
-  font.face = "Courier (1004)";
-  EXPECT_EQ(PbmOf(dlf.Bytes()), DlfPbm(font, 12, false, 0));
-  dlf.flags = 2;
-  dlf.size = 840;
-  font.family = 0;
-  font.maximumWidth = 0;
-  EXPECT_EQ(PbmOf(dlf.Bytes()), DlfPbm(font, 8, true, 0));
-  dlf.name = "";
-  font.face = "font (1004)";
-  font.fontName = "font";
-  EXPECT_EQ(PbmOf(dlf.Bytes()), DlfPbm(font, 8, true, 0));
+  const struct {
+    hvtest::DlfFont dlf;
+    const char* face;
+    const char* fontName;
+    unsigned family;
+    int width;
+    int points;
+    bool proportional;
+    int charSet;
+  } cases[] = {
+      {{}, "Courier (850A)", "Courier", 0, 0, 10, true, 255},
+      // Six points of twelve and a half.
+      {{.flags = 1, .size = 1250, .letterByte = 0},
+       "Courier (850)",
+       "Courier",
+       48,
+       480,
+       13,
+       false,
+       255},
+      // Ten characters an inch.
+      {{.format = 10, .flags = 1, .codePage = 1004, .size = 7200},
+       "Courier (1004)",
+       "Courier",
+       48,
+       600,
+       12,
+       false,
+       0},
+      {{.format = 10, .flags = 2, .codePage = 1004, .size = 840},
+       "Courier (1004)",
+       "Courier",
+       0,
+       0,
+       8,
+       true,
+       0},
+      {{.format = 10, .flags = 2, .codePage = 1004, .size = 840, .name = ""},
+       "font (1004)",
+       "font",
+       0,
+       0,
+       8,
+       true,
+       0},
+  };
+  for (const auto& c : cases) {
+    hvtest::FontMetrics font;
+    font.family = c.family;
+    font.maximumWidth = c.width;
+    font.face = c.face;
+    font.fontName = c.fontName;
+    EXPECT_EQ(PbmOf(c.dlf.Bytes()), DlfPbm(font, c.points, c.proportional, c.charSet)) << c.face;
+  }
 }
 
 TEST(DlfMetrics, AreRefusedAndNotWritten) {
-  hvtest::DlfFont dlf;
   EXPECT_EQ(PbmOf(""), "code 27");
-  EXPECT_EQ(PbmOf(dlf.Bytes().substr(0, 39)), "code 27");
-  dlf.format = 2;
-  EXPECT_EQ(PbmOf(dlf.Bytes()), "code 27");
+  EXPECT_EQ(PbmOf(hvtest::DlfFont().Bytes().substr(0, 39)), "code 27");
+  EXPECT_EQ(PbmOf(hvtest::DlfFont{.format = 2}.Bytes()), "code 27");
   const TestFolder folder;
   const std::string source = folder.Add("font.dlf", hvtest::DlfFont().Bytes());
-  const std::string nowhere = folder / "nowhere/x.pbm";
-  EXPECT_EQ(HvFonConvert(source.c_str(), nowhere.c_str(), nullptr, 0, 4), HV_CANNOT_OPEN);
-  EXPECT_EQ(HvFonConvert(folder.Path().string().c_str(), nullptr, nullptr, 0, 4), HV_CANNOT_OPEN);
+  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/x.pbm", 4), HV_CANNOT_OPEN);
+  EXPECT_EQ(hvtest::Convert(folder.Path().string(), "", 4), HV_CANNOT_OPEN);
 }
 
 }  // namespace

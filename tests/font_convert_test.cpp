@@ -6,19 +6,17 @@
 #include <string>
 
 #include "hvapi.h"
+#include "support/font_calls.h"
 #include "support/font_files.h"
 #include "support/metrics_files.h"
 #include "support/test_folder.h"
 
 namespace {
 
+using hvtest::Convert;
 using hvtest::FontMetrics;
 using hvtest::ReadFile;
 using hvtest::TestFolder;
-
-int32_t Convert(const std::string& source, const std::string& destination, int32_t type) {
-  return HvFonConvert(source.c_str(), destination.c_str(), nullptr, 0, type);
-}
 
 constexpr int32_t AllTypes[] = {1, 2, 3, 4, 5, 6, 16, 17};
 
@@ -42,19 +40,8 @@ const std::string SerifInf = "MSMenuName (Sample Text)\nSerif true\n";
 
 FontMetrics TextMetrics() {
   FontMetrics font;
-  font.ascender = 777;
-  font.internalLeading = 210;
-  font.boxHeight = 1210;
-  font.italicAngle = -125;
-  font.weight = 700;
-  font.family = 16;
-  font.maximumWidth = 730;
-  font.capHeight = 662;
-  font.xHeight = 450;
-  font.ascent = 683;
-  font.descent = 217;
-  font.underlinePosition = -101;
-  font.underlineThickness = 51;
+  font = {font.copyright, 777, 210, 1210, -125, 700, 0, 16, true, 0, 730, 662, 450, 683, 217,
+          -101,           51};
   font.face = "Sample Text";
   font.fontName = "Sample-Oblique";
   font.widths.assign(224, 350);

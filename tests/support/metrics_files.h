@@ -32,12 +32,12 @@ struct FontMetrics {
   int descent = 0;
   int underlinePosition = 0;
   int underlineThickness = 0;
-  std::string face;
-  std::string fontName;
+  std::string face = {};
+  std::string fontName = {};
   unsigned first = 32;
   unsigned last = 255;
-  std::vector<int> widths;  // from first to last
-  std::vector<Kerning> kerning;
+  std::vector<int> widths = {};  // from first to last
+  std::vector<Kerning> kerning = {};
 };
 
 // The file for the PostScript driver, and the one for "IBM LaserPrinter".

@@ -28,17 +28,17 @@ struct PclDriverPfm {
   int maximumWidth = 0;
   unsigned first = 32;
   unsigned last = 0;
-  std::vector<int> widths;  // the width table, with the one behind the last; may be empty
-  std::string face;
-  std::vector<int> metrics;      // words 1 to 23 of the extended text metrics
-  bool leadsToTables = false;    // whether the extension names the tables
-  std::vector<Kerning> kerning;  // written when it does
+  std::vector<int> widths = {};  // the width table, with the one behind the last; may be empty
+  std::string face = {};
+  std::vector<int> metrics = {};      // words 1 to 23 of the extended text metrics
+  bool leadsToTables = false;         // whether the extension names the tables
+  std::vector<Kerning> kerning = {};  // written when it does
   uint32_t memory = 63;
   unsigned translation = 1;
   unsigned symbolSet = 277;
   bool described = false;
-  std::string description;
-  std::string selection;  // empty: the file has none
+  std::string description = {};
+  std::string selection = {};  // empty: the file has none
 
   std::string Bytes() const;
 };
