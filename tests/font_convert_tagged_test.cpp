@@ -226,73 +226,34 @@ std::string PbmOf(const std::string& dlf) {
   return hvtest::Converted("font.dlf", dlf, FONT_CONVERT_DLF_TO_PBM, "PBM");
 }
 
-// The layout is that of a PSM; these fields are a DLF font's own.
-std::string DlfPbm(hvtest::FontMetrics font, int points, bool proportional, int charSet) {
-  font.variable = false;
-  font.charSet = static_cast<unsigned>(charSet);
+// The layout is that of a PSM; some fields are a DLF font's own.
+void ExpectPbm(const hvtest::DlfFont& dlf, const std::string& name, const std::string& suffix,
+               unsigned family, int width, unsigned points, unsigned charSet) {
+  hvtest::FontMetrics font;
   font.boxHeight = 1000;
-  font.averageWidth = font.maximumWidth;
+  font.charSet = charSet;
+  font.family = family;
+  font.variable = false;
+  font.averageWidth = font.maximumWidth = width;
+  font.face = name + suffix;
+  font.fontName = name;
   std::string pbm = hvtest::LaserPrinterPsm(font);
-  pbm.replace(68, 2, hvtest::Le16(static_cast<unsigned>(points)));
-  if (proportional) pbm[90] = static_cast<char>(pbm[90] | 1);
-  return pbm;
+  pbm.replace(68, 2, hvtest::Le16(points));
+  if (width == 0) pbm[90] = static_cast<char>(pbm[90] | 1);
+  EXPECT_EQ(PbmOf(dlf.Bytes()), pbm) << font.face;
 }
 
 TEST(DlfMetrics, HoldWhatTheBlockSays) {
-  const struct {
-    hvtest::DlfFont dlf;
-    const char* face;
-    const char* fontName;
-    unsigned family;
-    int width;
-    int points;
-    bool proportional;
-    int charSet;
-  } cases[] = {
-      {{}, "Courier (850A)", "Courier", 0, 0, 10, true, 255},
-      // Six points of twelve and a half.
-      {{.flags = 1, .size = 1250, .letterByte = 0},
-       "Courier (850)",
-       "Courier",
-       48,
-       480,
-       13,
-       false,
-       255},
-      // Ten characters an inch.
-      {{.format = 10, .flags = 1, .codePage = 1004, .size = 7200},
-       "Courier (1004)",
-       "Courier",
-       48,
-       600,
-       12,
-       false,
-       0},
-      {{.format = 10, .flags = 2, .codePage = 1004, .size = 840},
-       "Courier (1004)",
-       "Courier",
-       0,
-       0,
-       8,
-       true,
-       0},
-      {{.format = 10, .flags = 2, .codePage = 1004, .size = 840, .name = ""},
-       "font (1004)",
-       "font",
-       0,
-       0,
-       8,
-       true,
-       0},
-  };
-  for (const auto& c : cases) {
-    hvtest::FontMetrics font;
-    font.family = c.family;
-    font.maximumWidth = c.width;
-    font.face = c.face;
-    font.fontName = c.fontName;
-    EXPECT_EQ(PbmOf(c.dlf.Bytes()), DlfPbm(font, c.points, c.proportional, c.charSet)) << c.face;
-  }
+  ExpectPbm({}, "Courier", " (850A)", 0, 0, 10, 255);
+  // Six points of twelve and a half.
+  ExpectPbm({.flags = 1, .size = 1250, .letterByte = 0}, "Courier", " (850)", 48, 480, 13, 255);
+  // Ten characters an inch.
+  ExpectPbm({.format = 10, .flags = 1, .codePage = 1004, .size = 7200}, "Courier", " (1004)", 48,
+            600, 12, 0);
+  ExpectPbm({.format = 10, .flags = 2, .codePage = 1004, .size = 840}, "Courier", " (1004)", 0, 0,
+            8, 0);
+  ExpectPbm({.format = 10, .flags = 2, .codePage = 1004, .size = 840, .name = ""}, "font",
+            " (1004)", 0, 0, 8, 0);
 }
 
 TEST(DlfMetrics, AreRefusedAndNotWritten) {

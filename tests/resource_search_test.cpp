@@ -15,16 +15,12 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::PclDescriptor;
 using hvtest::TestFolder;
 using Names = std::vector<std::string>;
 
 std::string PclFont(unsigned format, unsigned size, const std::string& name) {
-  PclDescriptor descriptor;
-  descriptor.format = format;
-  descriptor.size = size;
-  descriptor.name = hvtest::Field(name, 16, ' ');
-  return hvtest::PclFont(descriptor, {});
+  return hvtest::PclFont({.size = size, .format = format, .name = hvtest::Field(name, 16, ' ')},
+                         {});
 }
 std::string Bitmap(const std::string& name) {
   return PclFont(0, 64, name);
@@ -34,10 +30,7 @@ std::string Bound(const std::string& name) {
 }
 
 std::string Pfm(const std::string& face, const std::string& device) {
-  hvtest::PfmFile pfm;
-  pfm.face = face;
-  pfm.device = device;
-  return pfm.Bytes();
+  return hvtest::PfmFile{.face = face, .device = device}.Bytes();
 }
 
 // What stands behind the searched folder and its separator.
@@ -54,11 +47,9 @@ Names Paths(const TestFolder& folder, HvFoundResource* list, uint16_t count,
   Names paths;
   for (const HvFoundResource* entry = list; entry != nullptr; entry = entry->next) {
     paths.push_back(Below(folder, *entry));
-    EXPECT_EQ(+entry->size, fs::file_size(fs::path(folder.Path()) / [&] {
-      std::string name = paths.back();
-      std::replace(name.begin(), name.end(), '\\', '/');
-      return name;
-    }()));
+    std::string name = paths.back();
+    std::replace(name.begin(), name.end(), '\\', '/');
+    EXPECT_EQ(+entry->size, fs::file_size(folder / name));
     if (look) look(*entry);
   }
   EXPECT_EQ(paths.size(), count);
@@ -80,29 +71,31 @@ Names FindFonts(const TestFolder& folder, uint32_t kind, uint32_t classes = FONT
 
 // One file of each kind.
 void AddEveryKind(const TestFolder& folder) {
-  const std::string head = hvtest::Type1Head("Times-Roman", "StandardEncoding");
-  folder.Add("a.pfa", head);
-  folder.Add("b.pfb", hvtest::PfbFile({{1, hvtest::Type1Head("Tims", "StandardEncoding")}}));
-  folder.Add("b.afm", hvtest::AfmFile("Tim-Afm"));  // needs b.pfb
-  folder.Add("c.afm", hvtest::AfmFile("Alone"));
-  folder.Add("d.dlf", hvtest::DlfFont().Bytes());
-  folder.Add("e.fmf", hvtest::FmfFile("Metrics"));
-  folder.Add("f.pfm", Pfm("Face F", "PCL5"));
-  folder.Add("g.psm", Pfm("Face G", "PostScript"));
-  folder.Add("h.pcm", hvtest::PcmFile("Cartridge", {Pfm("One", "x")}));
-  folder.Add("i.tfm", "");
-  folder.Add("j.ttf", "");
-  folder.Add("k.fot", "");
-  folder.Add("l.bit", Bitmap("Bitmap"));
-  folder.Add("m.res", PclFont(20, 68, "Resolution"));
-  folder.Add("n.ext", PclFont(5, 72, "Extended"));
-  folder.Add("o.bnd", Bound("Bound"));
-  folder.Add("p.unb", PclFont(11, 88, "Unbound"));
-  folder.Add("q.ptt", PclFont(15, 72, "TrueType"));
-  folder.Add("r.txt", Bitmap("Text"));
-  folder.Add("s", Bitmap("No extension"));
-  folder.Add("t.xyz", "no font");
-  folder.Add(".u.bit", Bitmap("Hidden"));
+  const std::pair<const char*, std::string> files[] = {
+      {"a.pfa", hvtest::Type1Head("Times-Roman", "StandardEncoding")},
+      {"b.pfb", hvtest::PfbFile({{1, hvtest::Type1Head("Tims", "StandardEncoding")}})},
+      {"b.afm", hvtest::AfmFile("Tim-Afm")},  // needs b.pfb
+      {"c.afm", hvtest::AfmFile("Alone")},
+      {"d.dlf", hvtest::DlfFont().Bytes()},
+      {"e.fmf", hvtest::FmfFile("Metrics")},
+      {"f.pfm", Pfm("Face F", "PCL5")},
+      {"g.psm", Pfm("Face G", "PostScript")},
+      {"h.pcm", hvtest::PcmFile("Cartridge", {Pfm("One", "x")})},
+      {"i.tfm", ""},
+      {"j.ttf", ""},
+      {"k.fot", ""},
+      {"l.bit", Bitmap("Bitmap")},
+      {"m.res", PclFont(20, 68, "Resolution")},
+      {"n.ext", PclFont(5, 72, "Extended")},
+      {"o.bnd", Bound("Bound")},
+      {"p.unb", PclFont(11, 88, "Unbound")},
+      {"q.ptt", PclFont(15, 72, "TrueType")},
+      {"r.txt", Bitmap("Text")},
+      {"s", Bitmap("No extension")},
+      {"t.xyz", "no font"},
+      {".u.bit", Bitmap("Hidden")},
+  };
+  for (const auto& [name, bytes] : files) folder.Add(name, bytes);
 }
 
 // The first letters of names, in the order in which they were found.
@@ -116,47 +109,20 @@ std::string Letters(Names names) {
 TEST(FontFind, ListsTheKindsAndClassesThatAreAskedFor) {
   const TestFolder folder;
   AddEveryKind(folder);
-  const struct {
-    uint32_t kind;
-    uint32_t classes;
-    std::string letters;
-  } cases[] = {
-      {2, 6, "abb"},
-      {2, 3, "ab"},
-      {2, 4, "b"},
-      {2, 2, ""},
-      {6, 6, "d"},
-      {8, 6, "m"},
-      {9, 6, "l"},
-      {10, 6, "lmnopq"},
-      {11, 6, "n"},
-      {12, 6, "no"},
-      {13, 6, ""},
-      {14, 6, "lo"},
-      {16, 6, "lmopq"},
-      {17, 6, "o"},
-      {18, 6, "p"},
-      {20, 6, "q"},
-      {21, 6, "j"},
-      {21, 5, "j"},
-      {21, 3, ""},
-      {22, 6, "i"},
-      {23, 6, "e"},
-      {25, 6, "fg"},
-      {26, 6, "abbdefghijlmnopq"},
-      {26, 5, "abbdefghijlmnopq"},
-      {26, 2, "efghi"},
-      {26, 3, "abdlmnopq"},
-      {26, 1, ""},
-      {27, 6, "fhlmopq"},
-      {27, 2, "fh"},
-      {28, 6, "h"},
-      {1, 6, ""},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Letters(FindFonts(folder, c.kind, c.classes)), c.letters)
-        << c.kind << " " << c.classes;
+  std::string byKind;
+  for (uint32_t kind = 1; kind <= 28; ++kind) {
+    const std::string letters = Letters(FindFonts(folder, kind));
+    if (!letters.empty()) byKind += std::to_string(kind) + ":" + letters + " ";
   }
+  EXPECT_EQ(byKind,
+            "2:abb 6:d 8:m 9:l 10:lmnopq 11:n 12:no 14:lo 16:lmopq 17:o 18:p 20:q 21:j 22:i 23:e "
+            "25:fg 26:abbdefghijlmnopq 27:fhlmopq 28:h ");
+  std::string byClass;
+  for (uint32_t fontClass = 1; fontClass <= 6; ++fontClass) {
+    byClass += std::to_string(fontClass) + ":" +
+               Letters(FindFonts(folder, FONT_KIND_ANY, fontClass)) + " ";
+  }
+  EXPECT_EQ(byClass, "1: 2:efghi 3:abdlmnopq 4:b 5:abbdefghijlmnopq 6:abbdefghijlmnopq ");
 }
 
 TEST(FontFind, DescribesWhatItLists) {
@@ -197,45 +163,34 @@ TEST(FontFind, ListsTheFirstOfOneNameUpToTheCount) {
 }
 
 TEST(FontFind, NeedsTheMetricsThatTheModeAsksFor) {
-  const struct {
-    const char* what;
-    Names beside;
-    uint32_t companions;
-    std::string metrics;  // companion 1; "-" for a font that is left out
-    std::string windows;  // companion 2
-  } cases[] = {
-      {"nothing", {}, 0, "", ""},
-      {"nothing", {}, FONT_COMPANIONS_METRICS, "-", ""},
-      {"nothing", {}, FONT_COMPANIONS_WINDOWS, "-", ""},
-      {"nothing", {}, FONT_COMPANIONS_OPTIONAL, "", ""},
-      {"TFM", {"tr10000s.tfm"}, FONT_COMPANIONS_METRICS, "TR10000S.TFM", "TR10000S.TFM"},
-      {"TFM", {"TR10000S.TFM"}, 0, "TR10000S.TFM", "TR10000S.TFM"},
-      {"PFM", {"tr123.pfm"}, FONT_COMPANIONS_WINDOWS, "", "TR123.PFM"},
-      {"PFM", {"TR123.PFM"}, FONT_COMPANIONS_METRICS, "-", ""},
-      {"PFM", {"TR123.PFM"}, FONT_COMPANIONS_OPTIONAL, "", ""},
-      {"both",
-       {"TR123.PFM", "TR10000S.TFM"},
-       FONT_COMPANIONS_WINDOWS,
-       "TR10000S.TFM",
-       "TR10000S.TFM"},
-  };
-  for (const auto& c : cases) {
+  const auto expect = [](const Names& beside, uint32_t mode, const std::string& metrics,
+                         const std::string& windows) {
     const TestFolder folder;
     folder.Add("TR123.PCL", Bound("Tims"));
-    for (const std::string& name : c.beside) folder.Add(name, "");
+    for (const std::string& name : beside) folder.Add(name, "");
     uint16_t count = 0;
-    HvFoundResource* const list =
-        HvFonFind(folder.Path().string().c_str(), &count, 17, 3, c.companions, 0);
-    ASSERT_EQ(count, c.metrics == "-" ? 0 : 1) << c.what << c.companions;
-    if (count == 0) continue;
+    HvFoundResource* const list = HvFonFind(folder.Path().string().c_str(), &count, 17, 3, mode, 0);
+    ASSERT_EQ(count, metrics == "-" ? 0 : 1) << mode;
+    if (count == 0) return;
     const auto& info = *static_cast<const HvFontInfo*>(list->details);
-    const auto inFolder = [&](const std::string& name) {
-      return name.empty() ? name : folder.Path().string() + "\\" + name;
-    };
-    EXPECT_EQ(info.companionPath1, inFolder(c.metrics)) << c.what << c.companions;
-    EXPECT_EQ(info.companionPath2, inFolder(c.windows)) << c.what << c.companions;
+    const std::string start = folder.Path().string() + "\\";
+    EXPECT_EQ(info.companionPath1, metrics.empty() ? "" : start + metrics) << mode;
+    EXPECT_EQ(info.companionPath2, windows.empty() ? "" : start + windows) << mode;
     HvFonFindFree(list);
-  }
+  };
+  // Companions 1 and 2; "-" for a font that is left out.
+  const std::string tfm = "TR10000S.TFM";
+  const std::string pfm = "TR123.PFM";
+  expect({}, 0, "", "");
+  expect({}, FONT_COMPANIONS_METRICS, "-", "");
+  expect({}, FONT_COMPANIONS_WINDOWS, "-", "");
+  expect({}, FONT_COMPANIONS_OPTIONAL, "", "");
+  expect({"tr10000s.tfm"}, FONT_COMPANIONS_METRICS, tfm, tfm);
+  expect({tfm}, 0, tfm, tfm);
+  expect({"tr123.pfm"}, FONT_COMPANIONS_WINDOWS, "", pfm);
+  expect({pfm}, FONT_COMPANIONS_METRICS, "-", "");
+  expect({pfm}, FONT_COMPANIONS_OPTIONAL, "", "");
+  expect({pfm, tfm}, FONT_COMPANIONS_WINDOWS, tfm, tfm);
 }
 
 TEST(FontFind, LeavesPostScriptMetricsToOthers) {
@@ -293,9 +248,8 @@ TEST(FontFind, TakesTheEmptyTextForTheCurrentFolder) {
 TEST(FontFind, PassesOverPathsThatItsRecordCannotHold) {
   const TestFolder folder;
   const std::size_t room = 259 - folder.Path().string().size() - 1;
-  const std::string fits = std::string(room - 4, 'a') + ".bit";
-  folder.Add(fits.substr(0, 200), "");
   if (room > 250) return;
+  const std::string fits = std::string(room - 4, 'a') + ".bit";
   folder.Add(fits, Bitmap("Fits"));
   folder.Add("b" + fits, Bitmap("One too many"));
   EXPECT_EQ(FindFonts(folder, 9), Names{fits});
@@ -342,68 +296,47 @@ TEST(FontIndex, GivesFontsAndWhatItSaysOfThem) {
   folder.Add("m.tfm", "");
   const uint32_t memory = static_cast<uint32_t>(Bitmap("Bitmap").size()) + 320;
   folder.Add("bitmap.sfp", Bitmap("Bitmap"));
-  const std::string start = "[PCL fonts]\n{O}\n";
-  const struct {
-    const char* what;
-    std::string index;
-    std::vector<Indexed> found;
-  } cases[] = {
-      {"everything",
-       start + "FONT = Name of it\r\n/symset = 10U\r\n/weight = bold\r\n/tfm = m.tfm\r\n"
-               "/font file = bound.sfs\r\n/resource = font 4711\r\n",
-       {{"bound.sfs", "10U", 4711, "m.tfm"}}},
-      {"nothing but the file",
-       start + "FONT\n/font file = bound.sfs\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"a TFM that is missing",
-       start + "FONT\n/font file = bound.sfs\n/tfm = none.tfm\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"a bitmap font keeps its own",
-       start + "FONT\n/font file = bitmap.sfp\n/symset = 9U\n/resource = a 5\n",
-       {{"bitmap.sfp", "8U", memory, ""}}},
-      {"no list before the fonts", "[PCL fonts]\nFONT\n/font file = bound.sfs\n", {}},
-      {"another list before it",
-       "[PCL fonts]\n{S}\nFONT\n/font file = bitmap.sfp\n{O}\nFONT\n/font file = bound.sfs\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"another list behind it",
-       start + "FONT\n/font file = bound.sfs\n{S}\nFONT\n/font file = bitmap.sfp\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"the list lies in another section",
-       "[PCL fonts]\n[Other]\n{O}\nFONT\n/font file = bound.sfs\n",
-       {}},
-      {"an attribute behind another F", start + "FONT\nFILE\n/font file = bound.sfs\n", {}},
-      {"attributes of the next section",
-       start + "FONT\n/font file = bound.sfs\n[X]\n/tfm = m.tfm\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"the first of two",
-       start + "FONT\n/tfm = m.tfm\n/tfm = x\n/font file = bound.sfs\n/font file = none\n",
-       {{"bound.sfs", "8U", 0, "m.tfm"}}},
-      {"comments and blanks",
-       "; [PCL fonts]\n\n  [PCL fonts] of a disk\n \t{O} outline\n  FONT\n;/tfm = none\n  /tfm = "
-       "m.tfm ; metrics\n"
-       "/font file =   bound.sfs  }\n/symset = 8Uxyz rest\n",
-       {{"bound.sfs", "8Ux", 0, "m.tfm"}}},
-      {"a memory of two words",
-       start + "FONT\n/font file = bound.sfs\n/resource = 12\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"a memory of four words",
-       start + "FONT\n/font file = bound.sfs\n/resource = a 12 b\n",
-       {{"bound.sfs", "8U", 0, ""}}},
-      {"a memory beyond the field",
-       start + "FONT\n/font file = bound.sfs\n/resource = a 99999999999\n",
-       {{"bound.sfs", "8U", 0xFFFFFFFF, ""}}},
-      {"a line beyond 99 characters",
-       start + "FONT\n/font file = " + std::string(80, ' ') + "bound.sfs\n",
-       {}},
-      {"a cartridge comes first",
-       start + "FONT\n/font file = bound.sfs\n[Cartridge]\n{ bitmap.sfp Some name\n/class = O\n}\n",
-       {{"bitmap.sfp", "8U", memory, ""}, {"bound.sfs", "8U", 0, ""}}},
-      {"no word in the cartridge", "[Cartridge]\n{\n{ }\n", {}},
-      {"no line end", start + "FONT\n/font file = bound.sfs", {{"bound.sfs", "8U", 0, ""}}},
-      {"no index", "\x1B)s64W", {}},
-      {"nothing", "", {}},
+  const auto expect = [&](const char* what, const std::string& index,
+                          const std::vector<Indexed>& found) {
+    EXPECT_EQ(FindByIndex(folder, index), found) << what;
   };
-  for (const auto& c : cases) EXPECT_EQ(FindByIndex(folder, c.index), c.found) << c.what;
+  const std::string start = "[PCL fonts]\n{O}\nFONT\n";
+  const std::string file = "/font file = bound.sfs\n";
+  const Indexed plain = {"bound.sfs", "8U", 0, ""};
+  const Indexed bitmap = {"bitmap.sfp", "8U", memory, ""};
+  expect("everything",
+         "[PCL fonts]\n{O}\nFONT = Name of it\r\n/symset = 10U\r\n/weight = bold\r\n"
+         "/tfm = m.tfm\r\n/font file = bound.sfs\r\n/resource = font 4711\r\n",
+         {{"bound.sfs", "10U", 4711, "m.tfm"}});
+  expect("nothing but the file", start + file, {plain});
+  expect("a TFM that is missing", start + file + "/tfm = none.tfm\n", {plain});
+  expect("a bitmap font keeps its own",
+         start + "/font file = bitmap.sfp\n/symset = 9U\n/resource = a 5\n", {bitmap});
+  expect("no list before the fonts", "[PCL fonts]\nFONT\n" + file, {});
+  expect("another list before it",
+         "[PCL fonts]\n{S}\nFONT\n/font file = bitmap.sfp\n{O}\nFONT\n" + file, {plain});
+  expect("another list behind it", start + file + "{S}\nFONT\n/font file = bitmap.sfp\n", {plain});
+  expect("the list lies in another section", "[PCL fonts]\n[Other]\n{O}\nFONT\n" + file, {});
+  expect("an attribute behind another F", start + "FILE\n" + file, {});
+  expect("attributes of the next section", start + file + "[X]\n/tfm = m.tfm\n", {plain});
+  expect("the first of two", start + "/tfm = m.tfm\n/tfm = x\n" + file + "/font file = none\n",
+         {{"bound.sfs", "8U", 0, "m.tfm"}});
+  expect("comments and blanks",
+         "; [PCL fonts]\n\n  [PCL fonts] of a disk\n \t{O} outline\n  FONT\n;/tfm = none\n"
+         "  /tfm = m.tfm ; metrics\n/font file =   bound.sfs  }\n/symset = 8Uxyz rest\n",
+         {{"bound.sfs", "8Ux", 0, "m.tfm"}});
+  expect("a memory of two words", start + file + "/resource = 12\n", {plain});
+  expect("a memory of four words", start + file + "/resource = a 12 b\n", {plain});
+  expect("a memory beyond the field", start + file + "/resource = a 99999999999\n",
+         {{"bound.sfs", "8U", 0xFFFFFFFF, ""}});
+  expect("a line beyond 99 characters",
+         start + "/font file = " + std::string(80, ' ') + "bound.sfs\n", {});
+  expect("a cartridge comes first",
+         start + file + "[Cartridge]\n{ bitmap.sfp Some name\n/class = O\n}\n", {bitmap, plain});
+  expect("no word in the cartridge", "[Cartridge]\n{\n{ }\n", {});
+  expect("no line end", start + "/font file = bound.sfs", {plain});
+  expect("no index", "\x1B)s64W", {});
+  expect("nothing", "", {});
 }
 
 TEST(FontIndex, IsReadForItsOwnFolderAndSomeKindsOnly) {
@@ -419,7 +352,7 @@ TEST(FontIndex, IsReadForItsOwnFolderAndSomeKindsOnly) {
   const auto find = [](uint32_t kind, uint16_t most) {
     HvFoundResource* const list = HvFonFind("dir", &most, kind, 6, 0, 1);
     Names paths;
-    for (const HvFoundResource* entry = list; entry != nullptr; entry = entry->next) {
+    for (const auto* entry = list; entry != nullptr; entry = entry->next) {
       paths.emplace_back(entry->path);
     }
     HvFonFindFree(list);
