@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -42,8 +43,10 @@ std::string Text(const hv::CharMetrics& m) {
          " " + std::to_string(m.bottom) + " " + std::to_string(m.width);
 }
 
-std::string Section(int count, const std::string& lines) {
-  return "IsFixedPitch false\nStartCharMetrics " + std::to_string(count) + "\n" + lines +
+// A section of as many lines as there are.
+std::string Section(const std::string& lines) {
+  return "IsFixedPitch false\nStartCharMetrics " +
+         std::to_string(std::count(lines.begin(), lines.end(), '\n')) + "\n" + lines +
          "EndCharMetrics\n";
 }
 
@@ -85,53 +88,45 @@ TEST(AfmReader, PutsGlyphsWhereWindowsHasThem) {
 }
 
 TEST(AfmReader, ReadsCharacterLinesByPosition) {
-  const Reading font = Read(Section(12,
-                                    "C 65 ; WX 1 ; N circumflex ; B 1 2 3 4 ;\n"
-                                    "C 1 ; XX 2 ; NN A ; BB -1 -2 -3 -4 ;\n"
-                                    "C 2;WX 3;N B;B 5 6 7 8;\n"
-                                    "  \tC 67 ;\tWX\t4 ;\tN\tC ;\tB\t9 8 7 6 ;\n"
-                                    "X 68 ; WX 5 ; N D ; B 0 0 0 0 ;\n"
-                                    "C 69 ; WX 6.9 ; N E ; B 1.5 2 3 4 ;\n"
-                                    "C 70 ; N F ; WX 7 ; B 0 0 0 0 ;\n"
-                                    "C 71 ; WX ; N G ;\n"
-                                    "C 72 ; WX +8 ; N H ; B - 1 2 3 ;\n"
-                                    "C 94 ; WX 9 ; N asciicircum ; B 0 0 0 0 ;\n"
-                                    "C 175 ; WX 10 ; N overline ; B 0 0 0 0 ;\n"
-                                    "C 45 ; WX 11 ; N hyphen ; B 0 0 0 0 ;\n"));
-  EXPECT_EQ(Text(font[94]), "1 4 3 2 1");
-  EXPECT_EQ(Text(font[65]), "-1 -4 -3 -2 2");
-  EXPECT_EQ(Text(font[66]), "5 8 7 6 3");
-  EXPECT_EQ(Text(font[67]), "9 6 7 8 4");
-  EXPECT_EQ(Text(font[68]), "0 0 0 0 5");
+  const Reading font =
+      Read(Section("C 65 ; WX 1 ; N circumflex ; B 1 2 3 4 ;\n"
+                   "C 1 ; XX 2 ; NN A ; BB -1 -2 -3 -4 ;\n"
+                   "C 2;WX 3;N B;B 5 6 7 8;\n"
+                   "  \tC 67 ;\tWX\t4 ;\tN\tC ;\tB\t9 8 7 6 ;\n"
+                   "X 68 ; WX 5 ; N D ; B 0 0 0 0 ;\n"
+                   "C 69 ; WX 6.9 ; N E ; B 1.5 2 3 4 ;\n"
+                   "C 70 ; N F ; WX 7 ; B 0 0 0 0 ;\n"
+                   "C 71 ; WX ; N G ;\n"
+                   "C 72 ; WX +8 ; N H ; B - 1 2 3 ;\n"
+                   "C 94 ; WX 9 ; N asciicircum ; B 0 0 0 0 ;\n"
+                   "C 175 ; WX 10 ; N overline ; B 0 0 0 0 ;\n"
+                   "C 45 ; WX 11 ; N hyphen ; B 0 0 0 0 ;\n"));
+  const std::pair<std::size_t, const char*> metrics[] = {
+      {94, "1 4 3 2 1"}, {65, "-1 -4 -3 -2 2"}, {66, "5 8 7 6 3"}, {67, "9 6 7 8 4"},
+      {68, "0 0 0 0 5"}, {71, "0 0 0 0 0"},     {72, "0 3 2 1 0"}};
+  for (const auto& [code, text] : metrics) EXPECT_EQ(Text(font[code]), text) << code;
   EXPECT_EQ(font[69].width, 6);
   EXPECT_EQ(font[70].width, -1);
-  EXPECT_EQ(Text(font[71]), "0 0 0 0 0");
-  EXPECT_EQ(Text(font[72]), "0 3 2 1 0");
   EXPECT_EQ(font[136].width, -1);  // no bullet to take its place
   EXPECT_EQ(font[175].width, -1);  // as code 0, whatever the overline is
   EXPECT_EQ(font[173].width, 11);
 }
 
 TEST(AfmReader, KeepsTheCodesOfSymbolFonts) {
-  const std::string lines =
-      "C 33 ; WX 1 ; N A ; B 0 0 0 0 ;\n"
-      "CH 2A ; WX 2 ; N A ; B 0 0 0 0 ;\n"
-      "CH <2b> ; WX 3 ; N ; B 0 0 0 0 ;\n"
-      "CH -2C ; WX 4 ; N A ; B 0 0 0 0 ;\n"
-      "C 256 ; WX 5 ; N A ; B 0 0 0 0 ;\n"
-      "CH FFFFFFFFFFFFFFFF2D ; WX 6 ; N A ; B 0 0 0 0 ;\n"
-      "C 255 ; WX 7 ; N A ; B 0 0 0 0 ;\n"
-      "C 0 ; WX 8 ; N A ; B 0 0 0 0 ;\n"
-      "CX 46 ; WX 9 ; N A ; B 0 0 0 0 ;\n"
-      "C 175 ; WX 10 ; N macron ; B 0 0 0 0 ;\n";
+  const std::string box = "; B 0 0 0 0 ;\n";
+  const std::string lines = "C 33 ; WX 1 ; N A " + box + "CH 2A ; WX 2 ; N A " + box +
+                            "CH <2b> ; WX 3 ; N " + box + "CH -2C ; WX 4 ; N A " + box +
+                            "C 256 ; WX 5 ; N A " + box + "CH FFFFFFFFFFFFFFFF2D ; WX 6 ; N A " +
+                            box + "C 255 ; WX 7 ; N A " + box + "C 0 ; WX 8 ; N A " + box +
+                            "CX 46 ; WX 9 ; N A " + box + "C 175 ; WX 10 ; N macron " + box;
   for (const char* const inf : {"MSMenuName (Symbol Set)\n", "Pi true\n"}) {
-    const Reading font = Read(Section(10, lines), inf);
+    const Reading font = Read(Section(lines), inf);
     const std::pair<std::size_t, int32_t> widths[] = {{33, 1},  {42, 2},  {43, 3}, {44, -1},
                                                       {45, -1}, {255, 7}, {0, -1}, {46, -1},
                                                       {65, -1}, {175, -1}};
     for (const auto& [code, width] : widths) EXPECT_EQ(font[code].width, width) << code;
   }
-  EXPECT_EQ(Read(Section(10, lines), "MSMenuName (Symbo)\n")[65].width, 9);
+  EXPECT_EQ(Read(Section(lines), "MSMenuName (Symbo)\n")[65].width, 9);
 }
 
 TEST(AfmReader, TakesAsManyLinesAsAnnounced) {
@@ -196,8 +191,7 @@ TEST(AfmReader, SortsKerningPairsBySecondCode) {
 }
 
 TEST(AfmReader, WorksOutBothAverageWidths) {
-  Reading font = Read(Section(3,
-                              "C 32 ; WX 1000 ; N space ; B 0 0 0 0 ;\n"
+  Reading font = Read(Section("C 32 ; WX 1000 ; N space ; B 0 0 0 0 ;\n"
                               "C 101 ; WX 500 ; N e ; B 0 0 0 0 ;\n"
                               "C 183 ; WX 300 ; N bullet ; B 0 0 0 0 ;\n"),
                       nullptr, WidthRule::Weighted);
@@ -206,7 +200,7 @@ TEST(AfmReader, WorksOutBothAverageWidths) {
   hv::RecomputeAverageWidth(font.record.get(), WidthRule::Plain);
   EXPECT_EQ(font->avgWidth, (2U * 1000 + 500 + 253 * 300) / 256);
   // No width at all: all codes have -1, in unsigned arithmetic.
-  font = Read(Section(0, ""));
+  font = Read(Section(""));
   EXPECT_EQ(font->avgWidth, (0U - 256) / 256);
   EXPECT_EQ(font->maxWidth, 0);
   hv::RecomputeAverageWidth(font.record.get(), WidthRule::Weighted);
@@ -214,51 +208,34 @@ TEST(AfmReader, WorksOutBothAverageWidths) {
 }
 
 TEST(AfmReader, ReadsWordsAndNumbers) {
-  const struct {
-    const char* line;
-    int32_t angle;
-    int32_t ascender;
-  } numbers[] = {
-      {"ItalicAngle -12.5", -125, 0},
-      {"ItalicAngle -9.46", -94, 0},
-      {"ItalicAngle 0.99", 9, 0},
-      {"ItalicAngle -0.05", 0, 0},
-      {"ItalicAngle 12", 120, 0},
-      {"ItalicAngle 12.", 120, 0},
-      {"ItalicAngle .5", 5, 0},
-      {"ItalicAngle +5", 0, 0},
-      {"ItalicAngle 3276.8", -32768, 0},
-      {"ItalicAngle 1.1234567890123456789", 11, 0},
-      {"Ascender 12abc", 0, 12},
-      {"Ascender -2147483647", 0, -2147483647},
-      {"Ascender 99999999999", 0, 2147483647},
-      {"Ascender\t 7", 0, 7},
-      {"ascender 7", 0, 0},
-      {"Ascender7", 0, 0},
-      {"Ascender; 7", 0, 0},
-  };
-  for (const auto& c : numbers) {
-    const Reading font = Read(c.line);
-    EXPECT_EQ(font->italicAngle, c.angle) << c.line;
-    EXPECT_EQ(font->ascender, c.ascender) << c.line;
+  const std::pair<const char*, int32_t> angles[] = {
+      {"-12.5", -125},    {"-9.46", -94},
+      {"0.99", 9},        {"-0.05", 0},
+      {"12", 120},        {"12.", 120},
+      {".5", 5},          {"+5", 0},
+      {"3276.8", -32768}, {"1.1234567890123456789", 11}};
+  for (const auto& [text, angle] : angles) {
+    EXPECT_EQ(Read(std::string("ItalicAngle ") + text)->italicAngle, angle) << text;
   }
-  const struct {
-    const char* line;
-    const char* name;
-    int32_t charSet;
-  } names[] = {
-      {"FontName SymbolMT", "SymbolMT", 2},
-      {"FontName ZapfDingbats", "ZapfDingbats", 2},
-      {"FontName ZapfDingbatsX", "ZapfDingbatsX", 0},
-      {"FontName \t Two Words; and more", "Two Words; and more", 0},
-      {"FontName Symbol\nFontName Times", "Times", 0},
-      {"FontName\nTimes", "", 0},
+  const std::pair<const char*, int32_t> ascenders[] = {{"Ascender 12abc", 12},
+                                                       {"Ascender -2147483647", -2147483647},
+                                                       {"Ascender 99999999999", 2147483647},
+                                                       {"Ascender\t 7", 7},
+                                                       {"ascender 7", 0},
+                                                       {"Ascender7", 0},
+                                                       {"Ascender; 7", 0}};
+  for (const auto& [line, ascender] : ascenders) EXPECT_EQ(Read(line)->ascender, ascender) << line;
+  const auto expectName = [](const char* lines, const char* name, int32_t charSet) {
+    const Reading font = Read(lines);
+    EXPECT_STREQ(font->fontName, name);
+    EXPECT_EQ(font->charSet, charSet) << lines;
   };
-  for (const auto& c : names) {
-    const Reading font = Read(c.line);
-    EXPECT_STREQ(font->fontName, c.name);
-    EXPECT_EQ(font->charSet, c.charSet) << c.line;
-  }
+  expectName("FontName SymbolMT", "SymbolMT", 2);
+  expectName("FontName ZapfDingbats", "ZapfDingbats", 2);
+  expectName("FontName ZapfDingbatsX", "ZapfDingbatsX", 0);
+  expectName("FontName \t Two Words; and more", "Two Words; and more", 0);
+  expectName("FontName Symbol\nFontName Times", "Times", 0);
+  expectName("FontName\nTimes", "", 0);
   EXPECT_EQ(Read("FontName " + std::string(90, 'n'))->fontName, std::string(79, 'n'));
   EXPECT_EQ(Read("Weight Light")->weight, 300);
   EXPECT_EQ(Read("Weight bold")->weight, 400);
@@ -282,25 +259,19 @@ TEST(AfmReader, FindsLinesWhateverTheyEndIn) {
 }
 
 TEST(InfReader, TellsMenuNameAndFamily) {
-  const struct {
-    const char* inf;
-    const char* menuName;
-    int32_t family;
-  } cases[] = {
-      {"MSMenuName (Times New) x\nSerif true\n", "Times New", 16},
-      {"MSMenuName  Times New \nSerif false\n", "Times New ", 32},
-      {"MSMenuName (Times\nPi true\nSerif true\n", "Times", 80},
-      {"Serif true\nSerif maybe\n", "", 16},
-      {"Serif true\nSerif false\n", "", 32},
-      {"Pi false", "", 32},
-      {"", "", 32},
-      {"PCLStyle true\nVPStyle (B)\n", "", 32},
+  const auto expect = [](const char* inf, const char* menuName, int32_t family) {
+    const Reading font = Read("", inf);
+    EXPECT_STREQ(font->menuName, menuName) << inf;
+    EXPECT_EQ(font->pitchAndFamily, family) << inf;
   };
-  for (const auto& c : cases) {
-    const Reading font = Read("", c.inf);
-    EXPECT_STREQ(font->menuName, c.menuName) << c.inf;
-    EXPECT_EQ(font->pitchAndFamily, c.family) << c.inf;
-  }
+  expect("MSMenuName (Times New) x\nSerif true\n", "Times New", 16);
+  expect("MSMenuName  Times New \nSerif false\n", "Times New ", 32);
+  expect("MSMenuName (Times\nPi true\nSerif true\n", "Times", 80);
+  expect("Serif true\nSerif maybe\n", "", 16);
+  expect("Serif true\nSerif false\n", "", 32);
+  expect("Pi false", "", 32);
+  expect("", "", 32);
+  expect("PCLStyle true\nVPStyle (B)\n", "", 32);
   const std::string longName = "MSMenuName (" + std::string(90, 'n') + ")\n";
   EXPECT_EQ(Read("", longName.c_str())->menuName, std::string(79, 'n'));
 }

@@ -20,48 +20,36 @@ namespace {
 using hv::PclFamily;
 
 TEST(FontPaths, ReplaceTheTextBehindTheDotOfTheFileName) {
-  const struct {
-    const char* path;
-    const char* extension;
-    const char* result;
-  } cases[] = {
-      {"c:\\fonts\\a.pcl", "PFM", "c:\\fonts\\a.PFM"},
-      {"a.b.pcl", "PFM", "a.b.PFM"},
-      {"a.pcl", ".001", "a.001"},
-      {"a.", "PFM", "a.PFM"},
-      {"abc", "PFM", "abcPFM"},
-      {"abc", ".PFM", "abc.PFM"},
-      {"d.ir\\abc", "PFM", "d.ir\\abcPFM"},
-      {"d.ir/abc", "PFM", "d.ir/abcPFM"},
-      {"a.b:c", "PFM", "a.b:cPFM"},
-      {"a.pcl", "", "a."},
-      {"", "PFM", "PFM"},
+  const auto expect = [](const char* path, const char* extension, const char* result) {
+    EXPECT_EQ(hv::ReplaceExtension(path, extension), result) << path;
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(hv::ReplaceExtension(c.path, c.extension), c.result) << c.path;
-  }
+  expect("c:\\fonts\\a.pcl", "PFM", "c:\\fonts\\a.PFM");
+  expect("a.b.pcl", "PFM", "a.b.PFM");
+  expect("a.pcl", ".001", "a.001");
+  expect("a.", "PFM", "a.PFM");
+  expect("abc", "PFM", "abcPFM");
+  expect("abc", ".PFM", "abc.PFM");
+  expect("d.ir\\abc", "PFM", "d.ir\\abcPFM");
+  expect("d.ir/abc", "PFM", "d.ir/abcPFM");
+  expect("a.b:c", "PFM", "a.b:cPFM");
+  expect("a.pcl", "", "a.");
+  expect("", "PFM", "PFM");
 }
 
 TEST(FontPaths, CutOutBaseNameAndExtension) {
-  const struct {
-    const char* path;
-    const char* base;
-    const char* extension;
-  } cases[] = {
-      {"D:FONT.TTF", "FONT", "TTF"},
-      {"c:\\dir.x\\Font.Bold.ttf", "Font", "TTF"},
-      {"dir/font.abcd", "font", "ABC"},
-      {"dir.txt\\font", "font", "TXT"},
-      {"dir.x\\font", "font", "X\\F"},
-      {"font", "font", ""},
-      {"font.", "font", ""},
-      {".ttf", "", "TTF"},
-      {"a:b:c.\xE4z", "c", "\xE4Z"},
+  const auto expect = [](const char* path, const char* base, const char* extension) {
+    EXPECT_EQ(hv::FontBaseName(path), base) << path;
+    EXPECT_EQ(hv::FontExtension(path), extension) << path;
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(hv::FontBaseName(c.path), c.base) << c.path;
-    EXPECT_EQ(hv::FontExtension(c.path), c.extension) << c.path;
-  }
+  expect("D:FONT.TTF", "FONT", "TTF");
+  expect("c:\\dir.x\\Font.Bold.ttf", "Font", "TTF");
+  expect("dir/font.abcd", "font", "ABC");
+  expect("dir.txt\\font", "font", "TXT");
+  expect("dir.x\\font", "font", "X\\F");
+  expect("font", "font", "");
+  expect("font.", "font", "");
+  expect(".ttf", "", "TTF");
+  expect("a:b:c.\xE4z", "c", "\xE4Z");
 }
 
 TEST(ByteOrder, Swaps) {
@@ -74,17 +62,13 @@ TEST(ByteOrder, Swaps) {
 }
 
 TEST(RoundTenths, RoundsHalvesUpward) {
-  const struct {
-    uint64_t numerator;
-    uint64_t denominator;
-    const char* shown;
-  } cases[] = {
-      {1046, 100, " 10.5"}, {1096, 100, " 11.0"}, {1045, 100, " 10.5"},
-      {1044, 100, " 10.4"}, {1, 3, "  0.3"},      {99995, 100, "1000.0"},
+  const auto shown = [](uint64_t numerator, uint64_t denominator) {
+    return hv::FormatTenths(hv::RoundTenths(numerator, denominator), 3);
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(hv::FormatTenths(hv::RoundTenths(c.numerator, c.denominator), 3), c.shown);
-  }
+  EXPECT_EQ(shown(1045, 100), " 10.5");
+  EXPECT_EQ(shown(1044, 100), " 10.4");
+  EXPECT_EQ(shown(1, 3), "  0.3");
+  EXPECT_EQ(shown(99995, 100), "1000.0");
 }
 
 TEST(PclHeaderFamily, FollowsTheDescriptorReadLast) {
@@ -100,11 +84,9 @@ TEST(PclHeaderFamily, FollowsTheDescriptorReadLast) {
       {5, 72, PclFamily::Format5},   {15, 72, PclFamily::Scalable},
   };
   for (const auto& c : cases) {
-    hvtest::PclDescriptor descriptor;
-    descriptor.format = c.format;
-    descriptor.size = c.size;
-    descriptor.fontType = 99;  // recognised all the same
-    const std::string path = folder.Add("a.sfp", hvtest::PclFont(descriptor, {}));
+    // Recognised whatever the font type is.
+    const std::string path = folder.Add(
+        "a.sfp", hvtest::PclFont({.size = c.size, .format = c.format, .fontType = 99}, {}));
     HvFontInfo info = {};
     EXPECT_EQ(hv::PclReadFontDescriptor(hv::PclFontOpen(path.c_str()).get(), &info),
               HV_UNUSABLE_FILE);
