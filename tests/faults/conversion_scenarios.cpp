@@ -11,13 +11,13 @@
 namespace hvtest {
 namespace {
 
-std::function<void(Run&)> Convert(const char* source, const char* destination, int32_t type) {
+std::function<void(Run&)> Convert(const char* source, int32_t type) {
   return [=](Run& run) {
     HvFontInfo info = {};
     std::snprintf(info.companionPath1, sizeof info.companionPath1, "%s", run.Path("font.tfm"));
     std::snprintf(info.symbolSet, sizeof info.symbolSet, "8U");
     run.Expect(
-        HvFonConvert(run.Path(source), run.Path(destination), &info, FONT_COMPANIONS_METRICS, type),
+        HvFonConvert(run.Path(source), run.Path("out.x"), &info, FONT_COMPANIONS_METRICS, type),
         HV_OK, HV_NO_MEMORY,
         {HV_NOT_FOUND, HV_CANNOT_OPEN, HV_WRITE_FAILED, HV_UNUSABLE_FILE, HV_SYSTEM_FAILURE});
   };
@@ -31,31 +31,26 @@ std::vector<Scenario> ConversionScenarios() {
   metrics.fontName = "Sample-Text";
   metrics.widths.assign(224, 600);
   metrics.kerning = {{'A', 'V', -20}};
-  DlfFont dlf;
   const Files files = {{"font.afm", AfmFile("Sample-Roman")},
                        {"font.inf", "MSMenuName (Sample)\nVPStyle (N)\n"},
                        {"font.pfm", PostScriptPfm(metrics)},
-                       {"font.dlf", dlf.Bytes()},
+                       {"font.dlf", DlfFont().Bytes()},
                        {"font.sfp", PclFont({}, SampleCharacters())},
                        {"font.tfm", TaggedFile("II", {SampleTaggedFont()})},
-                       {"out.pfm", "before"},
-                       {"out.psm", "before"},
-                       {"out.afm", "before"},
-                       {"out.pbm", "before"}};
+                       {"out.x", "before"}};
   const struct {
     const char* name;
     const char* source;
-    const char* destination;
     int32_t type;
   } conversions[] = {
-      {"AFM to PFM", "font.afm", "out.pfm", FONT_CONVERT_AFM_TO_PFM},
-      {"AFM to PFM and PSM", "font.afm", "out.pfm", FONT_CONVERT_AFM_TO_PFM_PSM},
-      {"PFM to AFM", "font.pfm", "out.afm", FONT_CONVERT_PFM_TO_AFM},
-      {"DLF to PBM", "font.dlf", "out.pbm", FONT_CONVERT_DLF_TO_PBM},
-      {"PCL to PFM", "font.sfp", "out.pfm", FONT_CONVERT_PCL_TO_PFM},
-      {"TFM to PFM", "font.sfp", "out.pfm", FONT_CONVERT_TFM_TO_PFM},
-      {"TFM to PFM by header", "font.sfp", "out.pfm", FONT_CONVERT_TFM_TO_PFM_BY_HEADER},
-      {"PCL to PFM, described", "font.sfp", "out.pfm", FONT_CONVERT_PCL_TO_PFM_DESCRIBED},
+      {"AFM to PFM", "font.afm", FONT_CONVERT_AFM_TO_PFM},
+      {"AFM to PFM and PSM", "font.afm", FONT_CONVERT_AFM_TO_PFM_PSM},
+      {"PFM to AFM", "font.pfm", FONT_CONVERT_PFM_TO_AFM},
+      {"DLF to PBM", "font.dlf", FONT_CONVERT_DLF_TO_PBM},
+      {"PCL to PFM", "font.sfp", FONT_CONVERT_PCL_TO_PFM},
+      {"TFM to PFM", "font.sfp", FONT_CONVERT_TFM_TO_PFM},
+      {"TFM to PFM by header", "font.sfp", FONT_CONVERT_TFM_TO_PFM_BY_HEADER},
+      {"PCL to PFM, described", "font.sfp", FONT_CONVERT_PCL_TO_PFM_DESCRIBED},
   };
   std::vector<Scenario> scenarios;
   for (const auto& c : conversions) {
@@ -64,8 +59,8 @@ std::vector<Scenario> ConversionScenarios() {
     scenarios.push_back({c.name,
                          "HvFonConvert",
                          files,
-                         Convert(c.source, c.destination, c.type),
-                         {"out.pfm", "out.psm", "out.afm", "out.pbm", "out.PFM", "out.PSM"},
+                         Convert(c.source, c.type),
+                         {"out.x", "out.PFM", "out.PSM"},
                          c.type <= FONT_CONVERT_AFM_TO_PFM_PSM});
   }
   return scenarios;
