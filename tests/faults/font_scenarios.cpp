@@ -121,11 +121,13 @@ std::vector<Scenario> FontScenarios() {
                        Query("cards.pcm", FONT_COMPANIONS_NONE),
                        {},
                        true});  // faces are listed as far as they can be read
-  Files folder = {
-      {"one.sfp", PclFont({}, SampleCharacters())},      {"sub/two.sfp", PclFont({}, {})},
-      {"sub/GLUE.TXT", "[Cartridge]\n{ three.bit\n"},    {"GLUE.TXT", "[Cartridge]\n{ one.sfp\n"},
-      {"macro.mac", "\x1B&f5Y\x1B&f0Xmacro\x1B&f1X"},    {"other.ps", "%!PS\nshowpage\n"},
-      {"sub/other.mac", "\x1B&f6Y\x1B&f0Xmacro\x1B&f1X"}};
+  Files folder = {{"one.sfp", PclFont({}, SampleCharacters())},
+                  {"sub/two.sfp", PclFont({.name = "Two"}, {})},
+                  {"sub/GLUE.TXT", "[Cartridge]\n{ three.bit\n"},
+                  {"GLUE.TXT", "[Cartridge]\n{ one.sfp\n"},
+                  {"macro.mac", "\x1B&f5Y\x1B&f0Xmacro\x1B&f1X"},
+                  {"other.ps", "%!PS\nshowpage\n"},
+                  {"sub/other.mac", "\x1B&f6Y\x1B&f0Xmacro\x1B&f1X"}};
   const auto fonts = [](const char* path, uint16_t* count) {
     return HvFonFind(path, count, FONT_KIND_ANY, FONT_CLASSES_ALL, 0, 1);
   };
