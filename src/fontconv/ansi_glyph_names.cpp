@@ -1,6 +1,7 @@
 #include "fontconv/ansi_glyph_names.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace hv {
@@ -230,12 +231,23 @@ constexpr GlyphRow AnsiGlyphNameTable[] = {
 };
 static_assert(std::size(AnsiGlyphNameTable) == 215);
 
+// The same by name; of a name that has several codes the lowest one comes first.
+constexpr auto RowsByName = [] {
+  std::array<GlyphRow, std::size(AnsiGlyphNameTable)> rows;
+  std::copy(std::begin(AnsiGlyphNameTable), std::end(AnsiGlyphNameTable), rows.begin());
+  std::sort(rows.begin(), rows.end(), [](const GlyphRow& a, const GlyphRow& b) {
+    return a.name != b.name ? a.name < b.name : a.code < b.code;
+  });
+  return rows;
+}();
+
 }  // namespace
 
 uint8_t AnsiCodeOfGlyph(std::string_view glyphName) {
-  const auto* row = std::find_if(std::begin(AnsiGlyphNameTable), std::end(AnsiGlyphNameTable),
-                                 [&](const GlyphRow& r) { return r.name == glyphName; });
-  return row == std::end(AnsiGlyphNameTable) ? uint8_t{0} : row->code;
+  const auto* const row =
+      std::lower_bound(RowsByName.begin(), RowsByName.end(), glyphName,
+                       [](const GlyphRow& r, std::string_view name) { return r.name < name; });
+  return row != RowsByName.end() && row->name == glyphName ? row->code : uint8_t{0};
 }
 
 }  // namespace hv

@@ -15,12 +15,21 @@ constexpr std::size_t LongestLine = 255;
 constexpr char EndOfText = 0x1A;
 constexpr int64_t LargestInteger = std::numeric_limits<int32_t>::max();
 
-constexpr std::string_view Blanks = " \t";
-constexpr std::string_view WordEnds = " \t;";
-constexpr std::string_view LineEnds = "\r\n";
+constexpr bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+constexpr bool EndsWord(char c) {
+  return IsBlank(c) || c == ';';
+}
+constexpr bool IsLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
 
-bool IsLineEnd(char c) {
-  return LineEnds.find(c) != std::string_view::npos;
+// The first place from `from` on of a character that is so, or the end.
+template <typename Is>
+std::size_t FindFirst(std::string_view text, std::size_t from, Is is) {
+  while (from < text.size() && !is(text[from])) ++from;
+  return from;
 }
 
 int64_t AppendDigit(int64_t value, int64_t base, int64_t digit) {
@@ -37,7 +46,7 @@ int DigitValue(char c) {
 }  // namespace
 
 void MetricsLine::SkipBlanks() {
-  rest_.remove_prefix(std::min(rest_.find_first_not_of(Blanks), rest_.size()));
+  rest_.remove_prefix(FindFirst(rest_, 0, [](char c) { return !IsBlank(c); }));
 }
 
 bool MetricsLine::TakeMinus() {
@@ -49,7 +58,7 @@ bool MetricsLine::TakeMinus() {
 
 std::string_view MetricsLine::Word(std::size_t longest) {
   SkipBlanks();
-  std::size_t length = std::min(rest_.find_first_of(WordEnds), rest_.size());
+  std::size_t length = FindFirst(rest_, 0, EndsWord);
   if (length < rest_.size() && rest_[length] == ';') ++length;
   length = std::min(length, longest);
   const std::string_view word = rest_.substr(0, length);
@@ -82,7 +91,7 @@ int16_t MetricsLine::Tenths() {
 
 int32_t MetricsLine::HexInteger() {
   const bool negative = TakeMinus();
-  const std::size_t length = std::min(rest_.find_first_of(WordEnds), rest_.size());
+  const std::size_t length = FindFirst(rest_, 0, EndsWord);
   int64_t value = 0;
   for (const char c : rest_.substr(0, length)) {
     const int digit = DigitValue(c);
@@ -115,13 +124,13 @@ uint32_t MetricsLineReader::Load(platform::Stream* file) {
 
 std::optional<MetricsLine> MetricsLineReader::Next() {
   const std::string_view text = text_;
-  lineStart_ = std::min(text.find_first_not_of(" \t\r\n", next_), text.size());
+  lineStart_ = FindFirst(text, next_, [](char c) { return !IsBlank(c) && !IsLineEnd(c); });
   if (lineStart_ == text.size()) {
     next_ = lineStart_;
     return std::nullopt;
   }
-  const std::string_view line = text.substr(
-      lineStart_, std::min(text.find_first_of(LineEnds, lineStart_), text.size()) - lineStart_);
+  const std::string_view line =
+      text.substr(lineStart_, FindFirst(text, lineStart_, IsLineEnd) - lineStart_);
   if (line.size() >= LongestLine) {
     // What a line has too much ends at a line feed, whatever its lines end in elsewhere.
     const std::size_t end = text.find('\n', lineStart_ + LongestLine);
