@@ -62,7 +62,7 @@ std::string WriteInput(const std::string& name, const uint8_t* data, std::size_t
   std::string path = WorkFolder() + "/" + name;
   std::FILE* const file = std::fopen(path.c_str(), "wb");
   Check(file != nullptr);
-  Check(std::fwrite(data, 1, size, file) == size);
+  Check(size == 0 || std::fwrite(data, 1, size, file) == size);
   Check(std::fclose(file) == 0);
   return path;
 }
