@@ -1,5 +1,6 @@
 // Printer replies and archives.
 
+#include <cstring>
 #include <memory>
 
 #include "faults/scenario.h"
@@ -19,13 +20,19 @@ uint32_t HVAPI_CALL TakeProgress(const char* /*name*/, uint32_t /*size*/, uint16
   return 0;
 }
 
+// 1 when a block of an alert is the one that is expected, 0 when there is none.
+int Holds(const void* block, const std::string& expected) {
+  if (block == nullptr) return 0;
+  return std::memcmp(block, expected.data(), expected.size()) == 0 ? 1 : -1;
+}
+
 }  // namespace
 
 std::vector<Scenario> ReplyAndArchiveScenarios() {
   const auto options = std::make_shared<ReplyBlock>(Reply(SampleOptions()));
-  std::string job;
-  std::string device;
-  const auto alert = std::make_shared<ReplyBlock>(Reply(SampleAlert(&job, &device)));
+  const auto job = std::make_shared<std::string>();
+  const auto device = std::make_shared<std::string>();
+  const auto alert = std::make_shared<ReplyBlock>(Reply(SampleAlert(job.get(), device.get())));
 
   const std::string text = std::string(3000, 'x') + "some text" + std::string(70, 'y');
   std::vector<ZipMember> members;
@@ -59,9 +66,12 @@ std::vector<Scenario> ReplyAndArchiveScenarios() {
       {"alert",
        "HvParseJobAccountingAlert HvFreeJobAccount",
        {},
-       [alert](Run& run) {
+       [alert, job, device](Run& run) {
          HvJobAccount* const account = HvParseJobAccountingAlert(alert->Address());
-         run.Expect(account != nullptr, 1, 0);
+         if (run.Expect(account != nullptr, 1, 0)) {
+           run.Expect(Holds(account->jobBlock, *job), 1, 0);
+           run.Expect(Holds(account->deviceBlock, *device), 1, 0);
+         }
          HvFreeJobAccount(account);
        },
        {},

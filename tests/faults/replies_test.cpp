@@ -13,60 +13,23 @@ using namespace hvtest;
 
 constexpr std::size_t Never = std::numeric_limits<std::size_t>::max();
 
-// The record of `parse` when allocation after allocation fails is well-formed, or none; the leak
-// check of the sanitizer sees what is lost.
-template <typename Parse>
-void ParseWithEveryFailure(Parse parse) {
-  for (const bool fromThenOn : {false, true}) {
-    bool failed = true;
-    std::size_t failing = 0;
-    for (; failed; ++failing) failed = parse(failing, fromThenOn);
-    EXPECT_GT(failing, 4U);
-  }
-}
-
+// The record when allocation after allocation fails is well-formed, or none, and the whole one only
+// when none fails; the leak check of the sanitizer sees what is lost.
 TEST(RepliesWithoutMemory, GiveAPartOfTheOptions) {
   const ReplyBlock block(Reply(SampleOptions()));
-  ParseWithEveryFailure([&](std::size_t failing, bool fromThenOn) {
-    OptionInfo info(nullptr, HvFreeOptionInfo);
-    bool failed = false;
-    {
-      const FailingMemory memory(failing, fromThenOn);
-      info.reset(HvParseOptionInfo(block.Address()));
-      failed = memory.Failed();
+  for (const bool fromThenOn : {false, true}) {
+    std::size_t failing = 0;
+    for (bool failed = true; failed; ++failing) {
+      OptionInfo info(nullptr, HvFreeOptionInfo);
+      {
+        const FailingMemory memory(failing, fromThenOn);
+        info.reset(HvParseOptionInfo(block.Address()));
+        failed = memory.Failed();
+      }
+      EXPECT_EQ(Describe(info) == SampleText, !failed) << failing;
     }
-    EXPECT_EQ(Describe(info) == SampleText, !failed) << failing;
-    return failed;
-  });
-}
-
-TEST(RepliesWithoutMemory, LeaveOutAccountingBlocks) {
-  std::string job;
-  std::string device;
-  const ReplyBlock block(Reply(SampleAlert(&job, &device)));
-  ParseWithEveryFailure([&](std::size_t failing, bool fromThenOn) {
-    JobAccount record(nullptr, HvFreeJobAccount);
-    bool failed = false;
-    {
-      const FailingMemory memory(failing, fromThenOn);
-      record.reset(HvParseJobAccountingAlert(block.Address()));
-      failed = memory.Failed();
-    }
-    if (record == nullptr) {
-      EXPECT_TRUE(failed);
-      return failed;
-    }
-    const bool jobThere = record->jobBlock != nullptr;
-    const bool deviceThere = record->deviceBlock != nullptr;
-    EXPECT_EQ(jobThere && deviceThere, !failed) << failing;
-    if (jobThere) {
-      EXPECT_EQ(JobBlock(record), job);
-    }
-    if (deviceThere) {
-      EXPECT_EQ(DeviceBlock(record), device);
-    }
-    return failed;
-  });
+    EXPECT_GT(failing, 4U);
+  }
 }
 
 // Groups that each claim as many values as a count can say.
