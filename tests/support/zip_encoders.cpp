@@ -1,41 +1,96 @@
 #include "support/zip_encoders.h"
 
+#include <zlib.h>
+
 #include <algorithm>
 #include <array>
 #include <map>
 #include <set>
 #include <vector>
 
-#include "support/encoder_parts.h"
-
 namespace hvtest {
 namespace {
 
-// The codes of a Shannon-Fano tree by the steps of the application note: sorted by length and then
-// by value, they are counted up from the last one on; the order of their bits is then reversed, so
-// that they too are written highest bit first.
-std::vector<uint32_t> ShannonFanoCodes(const std::vector<unsigned>& lengths) {
-  std::vector<std::size_t> order(lengths.size());
-  for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return lengths[a] < lengths[b]; });
-  std::vector<uint32_t> codes(lengths.size());
-  uint32_t code = 0;
-  uint32_t increment = 0;
-  unsigned lastLength = 0;
-  for (std::size_t i = order.size(); i-- > 0;) {
-    code += increment;
-    if (lengths[order[i]] != lastLength) {
-      lastLength = lengths[order[i]];
-      increment = 1U << (16 - lastLength);
+unsigned char ByteAt(std::string_view text, std::size_t at) {
+  return static_cast<unsigned char>(text[at]);
+}
+
+// A literal, or with a length a match.
+struct Token {
+  unsigned char literal = 0;
+  std::size_t length = 0;
+  std::size_t distance = 0;
+};
+
+struct MatchLimits {
+  std::size_t minLength;
+  std::size_t maxLength;
+  std::size_t maxDistance;
+};
+
+// Looks at the last place where the next bytes stood, and always at the farthest one allowed.
+std::vector<Token> FindTokens(std::string_view content, const MatchLimits& limits) {
+  std::vector<Token> tokens;
+  std::map<std::string_view, std::size_t> places;
+  for (std::size_t at = 0; at < content.size();) {
+    Token best = {ByteAt(content, at)};
+    const auto known = places.find(content.substr(at, limits.minLength));
+    for (const std::size_t distance :
+         {limits.maxDistance, known == places.end() ? at + 1 : at - known->second}) {
+      if (distance > std::min(at, limits.maxDistance)) continue;
+      std::size_t length = 0;
+      while (at + length < content.size() && length < limits.maxLength &&
+             content[at + length - distance] == content[at + length]) {
+        ++length;
+      }
+      if (length >= limits.minLength && length > best.length) best = {0, length, distance};
     }
-    codes[order[i]] = code >> (16 - lastLength);
+    tokens.push_back(best);
+    for (std::size_t i = 0; i < std::max<std::size_t>(best.length, 1); ++i, ++at) {
+      places[content.substr(at, limits.minLength)] = at;
+    }
   }
-  return codes;
+  return tokens;
+}
+
+struct PrefixCode {
+  std::vector<unsigned> lengths;
+  std::vector<uint32_t> codes;
+
+  void Write(BitWriter& writer, std::size_t symbol) const {
+    writer.PutCode(codes[symbol], lengths[symbol]);
+  }
+};
+
+// A Shannon-Fano tree of `count` codes, a power of two, with codes of many lengths up to 16 bits;
+// which symbol has which is turned by `turn`. The codes follow the steps of the application note:
+// sorted by length and then by value, they are counted up from the last one on; the order of their
+// bits is then reversed, so that they are written highest bit first.
+PrefixCode ShannonFano(std::size_t count, unsigned bits, std::size_t turn) {
+  // Half as many codes of one length are split one by one, each as far as that goes.
+  PrefixCode tree = {std::vector<unsigned>(count / 2, bits - 1), std::vector<uint32_t>(count)};
+  for (std::size_t at = 0; tree.lengths.size() < count;) {
+    if (tree.lengths[at] == 16) {
+      ++at;
+    } else {
+      tree.lengths.push_back(++tree.lengths[at]);
+    }
+  }
+  std::rotate(tree.lengths.begin(),
+              tree.lengths.begin() + static_cast<std::ptrdiff_t>(turn % count), tree.lengths.end());
+  uint32_t code = 0;
+  for (unsigned length = 16; length > 0; --length) {
+    for (std::size_t i = count; i-- > 0;) {
+      if (tree.lengths[i] != length) continue;
+      tree.codes[i] = code >> (16 - length);
+      code += 1U << (16 - length);
+    }
+  }
+  return tree;
 }
 
 // A tree of imploded data: runs of lengths, behind the number of their bytes less one.
-void WriteShannonFanoTree(BitWriter& writer, const std::vector<unsigned>& lengths) {
+void WriteTree(BitWriter& writer, const std::vector<unsigned>& lengths) {
   std::vector<uint32_t> runs;
   for (std::size_t i = 0; i < lengths.size();) {
     std::size_t count = 1;
@@ -45,13 +100,6 @@ void WriteShannonFanoTree(BitWriter& writer, const std::vector<unsigned>& length
   }
   writer.Put(static_cast<uint32_t>(runs.size()) - 1, 8);
   for (const uint32_t run : runs) writer.Put(run, 8);
-}
-
-PrefixCode MakeShannonFano(const std::vector<std::size_t>& frequencies) {
-  PrefixCode code;
-  code.lengths = CodeLengths(frequencies, 16);
-  code.codes = ShannonFanoCodes(code.lengths);
-  return code;
 }
 
 // Matches written as bytes: mark, packed length and distance, more length, low distance.
@@ -81,6 +129,20 @@ std::string ReducedBytes(std::string_view content, unsigned factor) {
   return bytes;
 }
 
+std::string Deflate(std::string_view content, int level, int strategy) {
+  z_stream stream = {};
+  deflateInit2(&stream, level, Z_DEFLATED, -15, 9, strategy);
+  std::string data(2 * content.size() + 64, '\0');
+  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
+  stream.avail_in = static_cast<uInt>(content.size());
+  stream.next_out = reinterpret_cast<Bytef*>(data.data());
+  stream.avail_out = static_cast<uInt>(data.size());
+  deflate(&stream, Z_FINISH);
+  data.resize(stream.total_out);
+  deflateEnd(&stream);
+  return data;
+}
+
 }  // namespace
 
 std::string Shrink(std::string_view content) {
@@ -103,14 +165,9 @@ std::string Shrink(std::string_view content) {
     writer.Put(2, bits);
     std::set<uint32_t> parents;
     for (const auto& [key, code] : strings) parents.insert(key.first);
-    for (auto it = strings.begin(); it != strings.end();) {
-      if (parents.count(it->second) != 0) {
-        ++it;
-      } else {
-        free.insert(it->second);
-        it = strings.erase(it);
-      }
-    }
+    std::erase_if(strings, [&](const auto& string) {
+      return parents.count(string.second) == 0 && free.insert(string.second).second;
+    });
   };
   for (std::size_t at = 0; at < content.size();) {
     uint32_t code = ByteAt(content, at++);
@@ -132,19 +189,13 @@ std::string Shrink(std::string_view content) {
 
 std::string Reduce(std::string_view content, unsigned factor) {
   const std::string bytes = ReducedBytes(content, factor);
-  // The most frequent followers of each byte, 32 at most.
-  std::array<std::map<unsigned char, std::size_t>, 256> counts;
+  // The first followers of each byte, 32 at most.
+  std::array<std::vector<unsigned char>, 256> followers;
   unsigned char last = 0;
   for (std::size_t i = 0; i < bytes.size(); last = ByteAt(bytes, i++)) {
-    ++counts[last][ByteAt(bytes, i)];
-  }
-  std::array<std::vector<unsigned char>, 256> followers;
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    std::vector<std::pair<std::size_t, unsigned char>> sorted;
-    for (const auto& [byte, count] : counts[i]) sorted.push_back({count, byte});
-    std::sort(sorted.rbegin(), sorted.rend());
-    for (std::size_t k = 0; k < std::min<std::size_t>(sorted.size(), 32); ++k) {
-      followers[i].push_back(sorted[k].second);
+    std::vector<unsigned char>& set = followers[last];
+    if (set.size() < 32 && std::count(set.begin(), set.end(), ByteAt(bytes, i)) == 0) {
+      set.push_back(ByteAt(bytes, i));
     }
   }
 
@@ -172,46 +223,38 @@ std::string Reduce(std::string_view content, unsigned factor) {
 std::string Implode(std::string_view content, bool largeWindow, bool literalTree) {
   const unsigned lowBits = largeWindow ? 7 : 6;
   const std::size_t minLength = literalTree ? 3 : 2;
-  const std::vector<Token> tokens =
-      FindTokens(content, {minLength, minLength + 63 + 255, std::size_t{64} << lowBits});
-  // Every symbol needs a code, since the trees list them all.
-  std::vector<std::size_t> literals(256, 1);
-  std::vector<std::size_t> lengths(64, 1);
-  std::vector<std::size_t> distances(64, 1);
-  for (const Token& token : tokens) {
-    if (token.length == 0) {
-      literals[token.literal] += 4;
-    } else {
-      lengths[std::min<std::size_t>(token.length - minLength, 63)] += 4;
-      distances[(token.distance - 1) >> lowBits] += 4;
-    }
-  }
-  const PrefixCode literalCode = MakeShannonFano(literals);
-  const PrefixCode lengthCode = MakeShannonFano(lengths);
-  const PrefixCode distanceCode = MakeShannonFano(distances);
-
+  const PrefixCode literals = ShannonFano(256, 8, content.size());
+  const PrefixCode lengths = ShannonFano(64, 6, content.size());
+  const PrefixCode distances = ShannonFano(64, 6, content.size() / 2);
   BitWriter writer;
-  if (literalTree) WriteShannonFanoTree(writer, literalCode.lengths);
-  WriteShannonFanoTree(writer, lengthCode.lengths);
-  WriteShannonFanoTree(writer, distanceCode.lengths);
-  for (const Token& token : tokens) {
+  if (literalTree) WriteTree(writer, literals.lengths);
+  WriteTree(writer, lengths.lengths);
+  WriteTree(writer, distances.lengths);
+  const MatchLimits limits = {minLength, minLength + 63 + 255, std::size_t{64} << lowBits};
+  for (const Token& token : FindTokens(content, limits)) {
     writer.Put(token.length == 0 ? 1 : 0, 1);
     if (token.length == 0) {
-      if (literalTree) {
-        literalCode.Write(writer, token.literal);
-      } else {
-        writer.Put(token.literal, 8);
-      }
+      literalTree ? literals.Write(writer, token.literal) : writer.Put(token.literal, 8);
       continue;
     }
-    const std::size_t distance = token.distance - 1;
-    const std::size_t length = token.length - minLength;
-    writer.Put(static_cast<uint32_t>(distance & ((std::size_t{1} << lowBits) - 1)), lowBits);
-    distanceCode.Write(writer, distance >> lowBits);
-    lengthCode.Write(writer, std::min<std::size_t>(length, 63));
-    if (length >= 63) writer.Put(static_cast<uint32_t>(length - 63), 8);
+    const auto distance = static_cast<uint32_t>(token.distance - 1);
+    const auto length = static_cast<uint32_t>(token.length - minLength);
+    writer.Put(distance & ((1U << lowBits) - 1), lowBits);
+    distances.Write(writer, distance >> lowBits);
+    lengths.Write(writer, std::min(length, 63U));
+    if (length >= 63) writer.Put(length - 63, 8);
   }
   return writer.Bytes();
+}
+
+std::string DeflateStored(std::string_view content) {
+  return Deflate(content, Z_NO_COMPRESSION, Z_DEFAULT_STRATEGY);
+}
+std::string DeflateFixed(std::string_view content) {
+  return Deflate(content, Z_BEST_COMPRESSION, Z_FIXED);
+}
+std::string DeflateDynamic(std::string_view content) {
+  return Deflate(content, Z_BEST_COMPRESSION, Z_DEFAULT_STRATEGY);
 }
 
 const Packing Packings[14] = {
