@@ -28,14 +28,10 @@ std::string Fields(const ReplyLayout::Section& section,
 }
 
 std::string DataFields(const ReplyLayout::Section& section, const ReplyItem& item) {
+  const auto length = item.length.value_or(static_cast<int64_t>(item.data.size()));
   std::string bytes;
   for (const auto& field : section) {
-    if (field.first == "DA") {
-      bytes += item.data;
-    } else {
-      const auto length = item.length.value_or(static_cast<int64_t>(item.data.size()));
-      bytes += Fields({field}, {{"LD", length}});
-    }
+    bytes += field.first == "DA" ? item.data : Fields({field}, {{"LD", length}});
   }
   return bytes;
 }
@@ -49,27 +45,6 @@ std::string SectionText(const ReplyLayout::Section& section) {
 }
 
 }  // namespace
-
-ReplyItem Container(int64_t identifier, std::vector<ReplyItem> children) {
-  return {identifier, 0, std::move(children), {}, {}, {}};
-}
-ReplyItem Integer(int64_t identifier, std::string bytes) {
-  return {identifier, 1, {}, std::move(bytes), {}, {}};
-}
-ReplyItem Text(int64_t identifier, std::string text) {
-  return {identifier, 2, {}, std::move(text), {}, {}};
-}
-ReplyItem Other(int64_t identifier, int type) {
-  return {identifier, type, {}, {}, {}, {}};
-}
-ReplyItem WithCount(ReplyItem item, int64_t count) {
-  item.count = count;
-  return item;
-}
-ReplyItem WithLength(ReplyItem item, int64_t length) {
-  item.length = length;
-  return item;
-}
 
 std::string LayoutText(const ReplyLayout& layout) {
   return "P" + SectionText(layout.prefix) + "C" + SectionText(layout.container) + "D" +
@@ -104,12 +79,10 @@ std::string Reply(const std::vector<ReplyItem>& items, const ReplyLayout& layout
 }
 
 ReplyBlock::ReplyBlock(std::string bytes) {
-  size_ = static_cast<std::size_t>(static_cast<uint8_t>(bytes[0]) << 8 |
-                                   static_cast<uint8_t>(bytes[1])) +
-          2;
-  bytes.resize(size_, '\x01');
-  block_ = std::make_unique<uint8_t[]>(size_);
-  std::copy(bytes.begin(), bytes.end(), block_.get());
+  bytes.resize(std::max<std::size_t>(bytes.size(), 2));
+  block_.assign(bytes.begin(), bytes.end());
+  block_.resize(static_cast<std::size_t>(block_[0] << 8 | block_[1]) + 2, 1);
+  block_.shrink_to_fit();
 }
 
 }  // namespace hvtest

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -14,19 +13,33 @@ namespace hvtest {
 struct ReplyItem {
   int64_t identifier;
   int type;
-  std::vector<ReplyItem> children;
-  std::string data;
-  std::optional<int64_t> count;
-  std::optional<int64_t> length;
+  std::vector<ReplyItem> children = {};
+  std::string data = {};
+  std::optional<int64_t> count = {};
+  std::optional<int64_t> length = {};
 };
 
-ReplyItem Container(int64_t identifier, std::vector<ReplyItem> children);
+inline ReplyItem Container(int64_t identifier, std::vector<ReplyItem> children) {
+  return {identifier, 0, std::move(children)};
+}
 // The integer's bytes, as they stand in the reply.
-ReplyItem Integer(int64_t identifier, std::string bytes);
-ReplyItem Text(int64_t identifier, std::string text);
-ReplyItem Other(int64_t identifier, int type);
-ReplyItem WithCount(ReplyItem item, int64_t count);
-ReplyItem WithLength(ReplyItem item, int64_t length);
+inline ReplyItem Integer(int64_t identifier, std::string bytes) {
+  return {identifier, 1, {}, std::move(bytes)};
+}
+inline ReplyItem Text(int64_t identifier, std::string text) {
+  return {identifier, 2, {}, std::move(text)};
+}
+inline ReplyItem Other(int64_t identifier, int type) {
+  return {identifier, type};
+}
+inline ReplyItem WithCount(ReplyItem item, int64_t count) {
+  item.count = count;
+  return item;
+}
+inline ReplyItem WithLength(ReplyItem item, int64_t length) {
+  item.length = length;
+  return item;
+}
 
 // Keys and widths of the three sections. Fields that mean nothing to an item hold 0xA5.
 struct ReplyLayout {
@@ -48,12 +61,11 @@ std::string Reply(const std::vector<ReplyItem>& items, const ReplyLayout& layout
 class ReplyBlock {
  public:
   explicit ReplyBlock(std::string bytes);
-  const void* Address() const { return block_.get(); }
-  std::size_t Size() const { return size_; }
+  const void* Address() const { return block_.data(); }
+  std::size_t Size() const { return block_.size(); }
 
  private:
-  std::size_t size_;
-  std::unique_ptr<uint8_t[]> block_;
+  std::vector<uint8_t> block_;
 };
 
 }  // namespace hvtest

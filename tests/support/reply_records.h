@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -82,69 +83,52 @@ inline constexpr const char* SampleText =
     "(7 256 \"A4\")(0 4294967295 \"\")"
     " NULL/NULL[] \"tray\"/\"Paper source\"[1 65538 4294967168]";
 
-// A row of the printed tables of the two blocks.
-struct BlockField {
-  std::size_t offset;
-  std::size_t width;
-  int group;
-  int item;
-  bool text;
-};
-inline constexpr BlockField JobFields[] = {
-    {0, 4, 1, 1, false},    {4, 4, 1, 2, false},   {8, 4, 1, 3, false},   {12, 4, 1, 4, false},
-    {16, 4, 1, 5, false},   {20, 4, 1, 6, false},  {24, 10, 1, 7, true},  {34, 4, 1, 8, false},
-    {38, 4, 1, 9, false},   {42, 4, 1, 10, false}, {46, 16, 1, 11, true}, {62, 41, 2, 1, true},
-    {103, 21, 2, 2, true},  {124, 21, 2, 3, true}, {145, 4, 2, 4, false}, {149, 4, 2, 5, false},
-    {153, 4, 2, 6, false},  {157, 4, 2, 7, false}, {161, 4, 2, 8, false}, {165, 4, 2, 9, false},
-    {169, 4, 2, 10, false},
-};
-inline constexpr BlockField DeviceFields[] = {
-    {0, 4, 1, 1, false},  {4, 4, 2, 1, false},  {8, 4, 2, 2, false},  {12, 4, 2, 3, false},
-    {16, 4, 2, 4, false}, {20, 4, 2, 5, false}, {24, 16, 2, 6, true}, {40, 4, 2, 7, false},
-    {44, 10, 2, 8, true}, {54, 4, 3, 1, false}, {58, 4, 3, 2, false}, {62, 4, 3, 3, false},
-    {66, 4, 3, 4, false}, {70, 4, 3, 5, false},
-};
-
-// Items for every field of a block, each different, and the block that they make.
-template <std::size_t Count>
-std::vector<ReplyItem> FullGroups(const BlockField (&fields)[Count], std::string* block) {
+// Items for every field of a block, each different, and the block that they make. Fields are given
+// group by group by their widths; negative ones are those of texts.
+inline std::vector<ReplyItem> FullGroups(const std::vector<std::vector<int>>& widths,
+                                         std::string* block) {
   std::vector<ReplyItem> groups;
   block->clear();
-  for (const BlockField& field : fields) {
-    if (groups.empty() || groups.back().identifier != field.group)
-      groups.push_back(Container(field.group, {}));
-    std::string bytes;
-    if (field.text) {
-      bytes = std::string(field.width, static_cast<char>('a' + field.item));
-      *block += bytes.substr(1) + '\0';
-    } else {
-      const auto value = static_cast<uint32_t>(0x81000000 + field.group * 0x10000 + field.item);
-      for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(value >> shift);
+  for (const std::vector<int>& fields : widths) {
+    const auto group = static_cast<uint32_t>(groups.size() + 1);
+    groups.push_back(Container(group, {}));
+    for (uint32_t item = 1; item <= fields.size(); ++item) {
+      const int width = fields[item - 1];
+      const uint32_t value = 0x81000000 + group * 0x10000 + item;
+      std::string bytes(static_cast<std::size_t>(std::abs(width)), static_cast<char>('a' + item));
+      if (width < 0) {
+        *block += bytes.substr(1) + '\0';
+        groups.back().children.push_back(Text(item, bytes));
+        continue;
+      }
+      for (int i = 0; i < 4; ++i) bytes[i] = static_cast<char>(value >> (24 - 8 * i));
       block->append(reinterpret_cast<const char*>(&value), sizeof value);
+      groups.back().children.push_back(Integer(item, bytes));
     }
-    groups.back().children.push_back(field.text ? Text(field.item, bytes)
-                                                : Integer(field.item, bytes));
-    EXPECT_EQ(block->size(), field.offset + field.width);
   }
   return groups;
 }
 
+template <typename Block>
+std::string BytesOf(const Block* block) {
+  if (block == nullptr) return "NULL";
+  return {reinterpret_cast<const char*>(block), sizeof *block};
+}
 inline std::string JobBlock(const JobAccount& record) {
-  return record->jobBlock == nullptr ? "NULL"
-                                     : std::string(reinterpret_cast<const char*>(record->jobBlock),
-                                                   sizeof *record->jobBlock);
+  return BytesOf(record->jobBlock);
 }
 inline std::string DeviceBlock(const JobAccount& record) {
-  return record->deviceBlock == nullptr
-             ? "NULL"
-             : std::string(reinterpret_cast<const char*>(record->deviceBlock),
-                           sizeof *record->deviceBlock);
+  return BytesOf(record->deviceBlock);
 }
 
 inline std::vector<ReplyItem> SampleAlert(std::string* job, std::string* device) {
+  const std::vector<std::vector<int>> jobFields = {{4, 4, 4, 4, 4, 4, -10, 4, 4, 4, -16},
+                                                   {-41, -21, -21, 4, 4, 4, 4, 4, 4, 4}};
+  const std::vector<std::vector<int>> deviceFields = {
+      {4}, {4, 4, 4, 4, 4, -16, 4, -10}, {4, 4, 4, 4, 4}};
   return {Container(1, {Container(1, {Text(1, "passed over"), Container(2, {})}),
-                        Container(3, FullGroups(DeviceFields, device)), Text(2, "no job"),
-                        Container(2, FullGroups(JobFields, job))})};
+                        Container(3, FullGroups(deviceFields, device)), Text(2, "no job"),
+                        Container(2, FullGroups(jobFields, job))})};
 }
 
 }  // namespace hvtest
