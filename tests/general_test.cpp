@@ -5,6 +5,7 @@
 #include <cstring>
 #include <map>
 #include <string>
+#include <tuple>
 
 #include "hvapi.h"
 
@@ -30,11 +31,7 @@ TEST(MemFree, TakesNull) {
 }
 
 TEST(PathCopies, SplitAtTheLastSeparatorAndUpperCase) {
-  const struct {
-    const char* path;
-    const char* directory;
-    const char* file;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"c:\\fonts\\arial.pcl", "C:\\FONTS\\", "ARIAL.PCL"},
       {"a:b/c\\d", "A:B/C\\", "D"},
       {"name", "", "NAME"},
@@ -46,13 +43,13 @@ TEST(PathCopies, SplitAtTheLastSeparatorAndUpperCase) {
       {"dir/\xE4\xF6z{`[", "DIR/", "\xE4\xF6Z{`["},
       {nullptr, "", ""},
   };
-  for (const auto& c : cases) {
+  for (const auto& [path, directoryPart, filePart] : cases) {
     char file[40] = "untouched";
     char directory[40] = "untouched";
-    EXPECT_EQ(HvStrCpyFile(file, c.path), file);
-    EXPECT_EQ(HvStrCpyPath(directory, c.path), directory);
-    EXPECT_STREQ(file, c.file) << (c.path ? c.path : "NULL");
-    EXPECT_STREQ(directory, c.directory) << (c.path ? c.path : "NULL");
+    EXPECT_EQ(HvStrCpyFile(file, path), file);
+    EXPECT_EQ(HvStrCpyPath(directory, path), directory);
+    EXPECT_STREQ(file, filePart) << (path ? path : "NULL");
+    EXPECT_STREQ(directory, directoryPart) << (path ? path : "NULL");
   }
 }
 

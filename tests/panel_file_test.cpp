@@ -2,26 +2,45 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <string>
-#include <thread>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "hvapi.h"
+#include "support/in_threads.h"
 #include "support/test_folder.h"
 
 namespace {
 
 using hvtest::TestFolder;
 
+// Files of some numbers in a folder of their own.
+class PanelFolder {
+ public:
+  explicit PanelFolder(const std::vector<uint32_t>& numbers,
+                       const std::string& text = "[Format]\nStyle=1\n") {
+    for (const uint32_t number : numbers) {
+      char name[20];
+      HvOpcGetFileName(number, name);
+      folder_.Add(name, text);
+    }
+  }
+  const std::filesystem::path& Path() const { return folder_.Path(); }
+  HvIniHandle* Register(uint32_t number, const std::string& end = "") const {
+    return HvOpcRegisterCfg(number, (folder_.Path().string() + end).c_str());
+  }
+
+ private:
+  TestFolder folder_;
+};
+
 // A panel file of its own, registered as long as the object is.
 class Panel {
  public:
-  explicit Panel(const std::string& text) {
-    folder_.Add("opc031.cfg", text);
-    handle_ = HvOpcRegisterCfg(31, folder_.Path().string().c_str());
+  explicit Panel(const std::string& text) : folder_({31}, text), handle_(folder_.Register(31)) {
     EXPECT_NE(handle_, nullptr);
   }
   Panel(const Panel&) = delete;
@@ -31,43 +50,34 @@ class Panel {
   HvIniHandle* Handle() const { return handle_; }
 
  private:
-  TestFolder folder_;
+  PanelFolder folder_;
   HvIniHandle* handle_;
 };
 
 TEST(PanelNames, HaveThreeDigitsAtLeast) {
-  const struct {
-    uint32_t number;
-    const char* expected;
-  } cases[] = {
+  const std::pair<uint32_t, const char*> cases[] = {
       {5, "opc005.cfg"},       {0, "opc000.cfg"},       {999, "opc999.cfg"},
       {1234, "opc1234.cfg"},   {32767, "opc32767.cfg"}, {32768, "opc4294934528.cfg"},
       {0x10007, "opc007.cfg"},
   };
-  for (const auto& c : cases) {
-    char buffer[20];
-    std::memset(buffer, 'x', sizeof buffer);
-    EXPECT_EQ(HvOpcGetFileName(c.number, buffer), 1U);
-    EXPECT_STREQ(buffer, c.expected);
-    EXPECT_EQ(buffer[std::strlen(c.expected) + 1], 'x');
+  for (const auto& [number, expected] : cases) {
+    std::string buffer(20, 'x');
+    EXPECT_EQ(HvOpcGetFileName(number, buffer.data()), 1U);
+    EXPECT_STREQ(buffer.c_str(), expected);
+    EXPECT_EQ(buffer.find('x'), std::strlen(expected) + 1);
   }
   EXPECT_EQ(HvOpcGetFileName(5, nullptr), 0U);
 }
 
 TEST(PanelRegistration, SharesAndCounts) {
-  const TestFolder folder;
-  for (int number = 11; number <= 16; ++number) {
-    folder.Add("opc0" + std::to_string(number) + ".cfg", "[Format]\nStyle=1\n");
-  }
-  const std::string directory = folder.Path().string();
+  const PanelFolder folder({11, 12, 13, 14, 15, 16});
   std::vector<HvIniHandle*> handles;
   for (uint32_t number = 11; number <= 15; ++number) {
     // With and without a separator at the end.
-    const std::string name = directory + (number % 2 == 0 ? "\\" : "");
-    handles.push_back(HvOpcRegisterCfg(number, name.c_str()));
+    handles.push_back(folder.Register(number, number % 2 == 0 ? "\\" : ""));
     ASSERT_NE(handles.back(), nullptr) << number;
   }
-  EXPECT_EQ(HvOpcRegisterCfg(16, directory.c_str()), nullptr);
+  EXPECT_EQ(folder.Register(16), nullptr);
   // Another directory does not matter for a number that is held; only 16 bits of it count.
   EXPECT_EQ(HvOpcRegisterCfg(0x10000 | 12, "nowhere"), handles[1]);
   EXPECT_STREQ(HvIniRead(handles[1], "Format", "Style"), "1");
@@ -75,8 +85,8 @@ TEST(PanelRegistration, SharesAndCounts) {
   // A number keeps its handle although an entry before its own becomes free.
   EXPECT_EQ(HvOpcUnregisterCfg(handles[0]), 1U);
   EXPECT_EQ(HvOpcUnregisterCfg(handles[0]), 0U);
-  EXPECT_EQ(HvOpcRegisterCfg(12, directory.c_str()), handles[1]);
-  handles[0] = HvOpcRegisterCfg(16, directory.c_str());
+  EXPECT_EQ(folder.Register(12), handles[1]);
+  handles[0] = folder.Register(16);
   EXPECT_NE(handles[0], nullptr);
 
   for (int i = 0; i < 2; ++i) EXPECT_EQ(HvOpcUnregisterCfg(handles[1]), 1U);
@@ -85,36 +95,24 @@ TEST(PanelRegistration, SharesAndCounts) {
 }
 
 TEST(PanelRegistration, HoldsANumberWhoseFileIsMissing) {
-  const TestFolder folder;
-  const std::string directory = folder.Path().string();
-  const auto add = [&](uint32_t number) {
-    char name[20];
-    HvOpcGetFileName(number, name);
-    folder.Add(name, "");  // a file without lines is one too
-  };
+  const PanelFolder missing({});
+  const PanelFolder folder({101, 102, 103, 104, 105, 106}, "");  // without lines, which is enough
+  for (uint32_t number = 101; number <= 105; ++number) EXPECT_EQ(missing.Register(number), nullptr);
+  EXPECT_EQ(folder.Register(106), nullptr);
   for (uint32_t number = 101; number <= 105; ++number) {
-    EXPECT_EQ(HvOpcRegisterCfg(number, directory.c_str()), nullptr);
-  }
-  add(106);
-  EXPECT_EQ(HvOpcRegisterCfg(106, directory.c_str()), nullptr);
-  for (uint32_t number = 101; number <= 105; ++number) {
-    add(number);
-    HvIniHandle* const handle = HvOpcRegisterCfg(number, directory.c_str());
+    HvIniHandle* const handle = folder.Register(number);
     EXPECT_NE(handle, nullptr);
     EXPECT_EQ(HvOpcUnregisterCfg(handle), 1U);
   }
 }
 
 TEST(PanelRegistration, ChecksItsArguments) {
-  const TestFolder folder;
-  folder.Add("opc000.cfg", "[Format]\nStyle=1\n");
-  folder.Add("opc044.cfg", "[Format]\nStyle=1\n");
+  const PanelFolder folder({0, 44});
   const hvtest::ScopedCurrentFolder current(folder.Path());
   EXPECT_EQ(HvOpcRegisterCfg(0, nullptr), nullptr);
   EXPECT_EQ(HvOpcRegisterCfg(0x10000, nullptr), nullptr);
-  for (int i = 0; i < 6; ++i) {  // takes up no entry
-    EXPECT_EQ(HvOpcRegisterCfg(static_cast<uint32_t>(50 + i), std::string(261, '.').c_str()),
-              nullptr);
+  for (uint32_t number = 50; number < 56; ++number) {  // takes up no entry
+    EXPECT_EQ(HvOpcRegisterCfg(number, std::string(261, '.').c_str()), nullptr);
   }
   EXPECT_EQ(HvOpcUnregisterCfg(nullptr), 0U);
   HvIniHandle* const handle = HvOpcRegisterCfg(44, nullptr);
@@ -123,66 +121,34 @@ TEST(PanelRegistration, ChecksItsArguments) {
 }
 
 TEST(PanelRegistration, TellsThatChangesWereLost) {
-  HvIniHandle* handle = nullptr;
-  {
-    const TestFolder folder;
-    folder.Add("opc021.cfg", "[Format]\nStyle=1\n");
-    handle = HvOpcRegisterCfg(21, folder.Path().string().c_str());
-    ASSERT_NE(handle, nullptr);
-    EXPECT_EQ(HvIniWrite(handle, "Format", "Style", "2"), 1U);
-  }
+  HvIniHandle* const handle = PanelFolder({21}).Register(21);  // which is gone from here on
+  ASSERT_NE(handle, nullptr);
+  EXPECT_EQ(HvIniWrite(handle, "Format", "Style", "2"), 1U);
   EXPECT_EQ(HvOpcUnregisterCfg(handle), 0U);
   EXPECT_EQ(HvOpcUnregisterCfg(handle), 0U);
 }
 
 TEST(PanelRegistration, ThreadsShareANumber) {
-  const TestFolder folder;
-  folder.Add("opc061.cfg", "[Format]\nStyle=2\n[Edit Lengths]\n001f=40\n");
-  const std::string directory = folder.Path().string();
-  std::atomic<int> faults = 0;
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t) {
-    threads.emplace_back([&] {
-      for (int round = 0; round < 200; ++round) {
-        HvIniHandle* const handle = HvOpcRegisterCfg(61, directory.c_str());
-        if (handle == nullptr || HvOpcGetMaxEditLength(handle, 31) != 40 ||
-            HvOpcUnregisterCfg(handle) != 1) {
-          ++faults;
-        }
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(faults, 0);
+  const PanelFolder folder({61}, "[Format]\nStyle=2\n[Edit Lengths]\n001f=40\n");
+  hvtest::InFourThreads(200, [&](int) {
+    HvIniHandle* const handle = folder.Register(61);
+    return handle != nullptr && HvOpcGetMaxEditLength(handle, 31) == 40 &&
+           HvOpcUnregisterCfg(handle) == 1;
+  });
 }
 
 TEST(PanelControls, AreNamedByStyle) {
   const std::string entries =
       "[Edit Lengths]\n300=1\n012c=2\n4294967295=3\nffffffff=4\n0=5\n0000=6\n";
-  const struct {
-    const char* style;
-    int32_t controlId;
-    int32_t expected;
-  } cases[] = {
-      {"Style=1", 300, 1},
-      {"Style=2", 300, 2},
-      {"Style=", 300, 1},
-      {"Type=2", 300, 1},
-      {"style=3", 300, 2},
-      {"Style=hexadecimal style", 300, 2},
-      {"Style=20000000000", 300, 2},
-      {"Style=12", 300, 1},
-      {"Style=1", -1, 3},
-      {"Style=2", -1, 4},
-      {"Style=1", 0xFFFF, 3},
-      {"Style=1", 0x1012C, 1},
-      {"Style=1", 0, 5},
-      {"Style=2", 0x10000, 6},
+  const std::tuple<const char*, int32_t, int32_t> cases[] = {
+      {"", 300, 1},    {"1", 300, 1},     {"2", 300, 2},           {"3", 300, 2}, {"12", 300, 1},
+      {"1", 0, 5},     {"1", -1, 3},      {"1", 0xFFFF, 3},        {"2", -1, 4},  {"1", 0x1012C, 1},
+      {"x 2", 300, 2}, {"2", 0x10000, 6}, {"20000000000", 300, 2},
   };
-  for (const auto& c : cases) {
-    const Panel panel(std::string("[Format]\n") + c.style + "\n" + entries);
-    EXPECT_EQ(HvOpcGetMaxEditLength(panel.Handle(), c.controlId), c.expected)
-        << c.style << ' ' << c.controlId;
+  for (const auto& [style, controlId, expected] : cases) {
+    const Panel panel(std::string("[Format]\nstyle=") + style + "\n" + entries);
+    EXPECT_EQ(HvOpcGetMaxEditLength(panel.Handle(), controlId), expected)
+        << style << ' ' << controlId;
   }
   const Panel plain(entries);
   EXPECT_EQ(HvOpcGetMaxEditLength(plain.Handle(), 300), 1);
@@ -190,46 +156,29 @@ TEST(PanelControls, AreNamedByStyle) {
 
 TEST(PanelControls, HaveEditLengths) {
   const Panel panel("[Edit Lengths]\n1=\n2= 17 characters\n3=none\n4=-5\n5=40000\n6=+8\n7-1=9\n");
-  const int32_t expected[] = {0, 17, 0, -5, 32767, 8, 0, 0};
-  for (int32_t i = 0; i < 8; ++i) {
-    EXPECT_EQ(HvOpcGetMaxEditLength(panel.Handle(), i + 1), expected[i]) << i + 1;
-  }
+  const int32_t expected[] = {0, 0, 17, 0, -5, 32767, 8, 0, 0};
+  for (int32_t i = 0; i < 9; ++i) EXPECT_EQ(HvOpcGetMaxEditLength(panel.Handle(), i), expected[i]);
   EXPECT_EQ(HvOpcGetMaxEditLength(nullptr, 1), 0);
 }
 
 TEST(PanelControls, HaveSpinLimits) {
-  const struct {
-    const char* value;
-    int32_t minimum;
-    int32_t maximum;
-    int32_t step;
-  } cases[] = {
-      {"10;200;5", 10, 200, 5},
-      {"-1;5", -1, 0, 5},
-      {"-1;5;7", -1, 0, 5},
-      {"-1", -1, 0, 0},
-      {"-2;-1;1", -2, -1, 1},
-      {" 3 ; 4 ; 5 ;6", 3, 4, 5},
-      {"3", 3, 0, 0},
-      {"3;9", 3, 9, 0},
-      {"a;b;c", 0, 0, 0},
-      {";", 0, 0, 0},
-      {"-99999999999;99999999999;+1", INT32_MIN, INT32_MAX, 1},
-      {"", 0, 0, 77},
+  // expected: minimum, maximum, step
+  const std::pair<const char*, std::vector<int32_t>> cases[] = {
+      {"10;200;5", {10, 200, 5}}, {"-1;5", {-1, 0, 5}},
+      {"-1;5;7", {-1, 0, 5}},     {"-1", {-1, 0, 0}},
+      {"-2;-1;1", {-2, -1, 1}},   {" 3 ; 4 ; 5 ;6", {3, 4, 5}},
+      {"3", {3, 0, 0}},           {"3;9", {3, 9, 0}},
+      {"a;b;c", {0, 0, 0}},       {";", {0, 0, 0}},
+      {"", {0, 0, 77}},           {"-99999999999;99999999999;+1", {INT32_MIN, INT32_MAX, 1}},
   };
-  for (const auto& c : cases) {
-    const Panel panel(std::string("[Spin Limits]\n418=") + c.value + "\n");
-    int32_t minimum = 66;
-    int32_t maximum = 66;
-    int32_t step = 77;
-    HvOpcGetSpinControlLimits(panel.Handle(), 418, &minimum, &maximum, &step);
-    EXPECT_EQ(minimum, c.minimum) << c.value;
-    EXPECT_EQ(maximum, c.maximum) << c.value;
-    EXPECT_EQ(step, c.step) << c.value;
-    HvOpcGetSpinControlLimits(panel.Handle(), 418, &minimum, &maximum, nullptr);
-    HvOpcGetSpinControlLimits(panel.Handle(), 419, &minimum, &maximum, &step);
-    EXPECT_EQ(minimum, 0);
-    EXPECT_EQ(step, c.step) << c.value;
+  for (const auto& [value, expected] : cases) {
+    const Panel panel(std::string("[Spin Limits]\n418=") + value + "\n");
+    std::vector<int32_t> limits = {66, 66, 77};
+    HvOpcGetSpinControlLimits(panel.Handle(), 418, &limits[0], &limits[1], &limits[2]);
+    EXPECT_EQ(limits, expected) << value;
+    HvOpcGetSpinControlLimits(panel.Handle(), 418, &limits[0], &limits[1], nullptr);
+    HvOpcGetSpinControlLimits(panel.Handle(), 419, &limits[0], &limits[1], &limits[2]);
+    EXPECT_EQ(limits, (std::vector<int32_t>{0, 0, expected[2]})) << value;
   }
 }
 
@@ -240,40 +189,29 @@ TEST(PanelControls, HaveLists) {
       "[Format]\nStyle=2\n[Combos]\n01a2=10;20;30\n01a2-3=7\n0001=\n0002=1;;2;\n"
       "0003=-1;65536;x;70000\n0004=" +
       hundred + "\n0005=;\n");
-  constexpr uint16_t Kept = 0xAAAA;
-  const struct {
-    int32_t controlId;
-    uint32_t subIndex;
-    uint32_t size;
-    int32_t expected;
-    std::vector<uint16_t> values;
-  } cases[] = {
-      {0x1A2, 0, 6, 3, {10, 20, 30, Kept}},
-      {0x1A2, 0, 8, 3, {10, 20, 30, Kept}},
-      {0x1A2, 0, 5, -1, {6, 20, Kept}},
-      {0x1A2, 0, 4, -1, {6, 20, Kept}},
-      {0x1A2, 0, 2, -1, {6, Kept}},
-      {0x1A2, 0, 1, -1, {Kept}},
-      {0x1A2, 0, 0, -1, {Kept}},
-      {0x1A2, 3, 2, 1, {7, Kept}},
-      {0x1A2, 4, 8, -2, {Kept}},
-      {1, 0, 8, -2, {Kept}},
-      {2, 0, 8, 2, {1, 2, Kept}},
-      {3, 0, 8, 4, {0xFFFF, 0, 0, 4464}},
-      {4, 0, 4, -1, {200, 1, Kept}},
-      {5, 0, 4, 0, {Kept}},
-      {6, 0, 8, -2, {Kept}},
+  // The result and the values that are given, "?" for one that is not.
+  const auto listing = [&](int32_t controlId, uint32_t subIndex, uint32_t size) {
+    std::vector<uint16_t> values(8, 0xAAAA);
+    std::string text = std::to_string(
+        HvOpcGetTextListing(panel.Handle(), controlId, subIndex, values.data(), size));
+    for (const uint16_t value : values) {
+      text += value == 0xAAAA ? "?" : ' ' + std::to_string(value);
+    }
+    return text;
   };
-  for (const auto& c : cases) {
-    std::vector<uint16_t> values(8, Kept);
-    EXPECT_EQ(HvOpcGetTextListing(panel.Handle(), c.controlId, c.subIndex, values.data(), c.size),
-              c.expected);
-    values.resize(c.values.size());
-    EXPECT_EQ(values, c.values) << c.controlId << ' ' << c.size;
-  }
+  const std::tuple<int32_t, uint32_t, uint32_t, const char*> cases[] = {
+      {0x1A2, 0, 8, "3 10 20 30?????"}, {0x1A2, 0, 6, "3 10 20 30?????"},
+      {0x1A2, 0, 5, "-1 6 20??????"},   {0x1A2, 0, 2, "-1 6???????"},
+      {0x1A2, 0, 1, "-1????????"},      {0x1A2, 3, 2, "1 7???????"},
+      {0x1A2, 4, 8, "-2????????"},      {1, 0, 8, "-2????????"},
+      {2, 0, 8, "2 1 2??????"},         {3, 0, 8, "4 65535 0 0 4464????"},
+      {4, 0, 4, "-1 200 1??????"},      {5, 0, 4, "0????????"},
+      {6, 0, 8, "-2????????"},
+  };
+  for (const auto& [controlId, subIndex, size, expected] : cases)
+    EXPECT_EQ(listing(controlId, subIndex, size), expected);
   EXPECT_EQ(HvOpcGetTextListing(panel.Handle(), 0x1A2, 0, nullptr, 0), 6);
   EXPECT_EQ(HvOpcGetTextListing(panel.Handle(), 4, 0, nullptr, 100), 200);
-  EXPECT_EQ(HvOpcGetTextListing(panel.Handle(), 1, 0, nullptr, 0), -2);
   EXPECT_EQ(HvOpcGetTextListing(nullptr, 1, 0, nullptr, 0), -2);
 }
 
@@ -290,79 +228,65 @@ const std::string Pages =
     "[Negative]\nNumCtrls=-3\nDefaults=1;2\nNumOMVAR=-3\nOMVAR=5\n[" +
     std::string(63, 'n') + "]\nNumCtrls=1\nNumOMVAR=1\n";
 
-TEST(PanelPages, HaveDefaults) {
+TEST(PanelPages, HaveDefaultsAndVariables) {
   const Panel panel(Pages);
-  const HvPageDefault kept = {0xAAAA, 0xAAAAAAAA};
-  const struct {
-    uint32_t page;
-    uint32_t size;
-    int32_t expected;
-    std::vector<HvPageDefault> entries;
-  } cases[] = {
-      {1, 12, 2, {{0x10, 5}, {0x11, 7}, kept}},
-      {1, 24, 2, {{0x10, 5}, {0x11, 7}, kept}},
-      {1, 11, -1, {{12, 0xAAAAAAAA}, kept}},
-      {1, 2, -1, {{12, 0xAAAAAAAA}, kept}},
-      {1, 1, -1, {kept}},
-      {2, 18, 3, {{0xFFFF, 0xFFFFFFFF}, {0x12, 0xAAAAAAAA}, kept}},
-      {3, 12, 2, {kept, kept}},
-      {4, 24, 0, {kept}},
-      {5, 24, -2, {kept}},
-      {6, 24, -1, {{0xFFFF, 0xAAAAAAAA}, kept}},
-      {7, 24, -3, {kept}},
-      {8, 6, 1, {kept}},
-      {9, 24, -2, {kept}},
+  std::vector<uint8_t> buffer;
+  // A result and the bytes that were written; makes the buffer a new one.
+  const auto text = [&buffer](int32_t result) {
+    while (!buffer.empty() && buffer.back() == 0xAA) buffer.pop_back();
+    std::string shown = std::to_string(result) + ":";
+    char hex[4];
+    for (const uint8_t byte : buffer)
+      shown.append(hex, std::snprintf(hex, sizeof hex, " %02X", byte));
+    buffer.assign(120000, 0xAA);
+    return shown;
   };
-  for (const auto& c : cases) {
-    std::vector<HvPageDefault> entries(4, kept);
-    EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), c.page, entries.data(), c.size), c.expected)
-        << c.page << ' ' << c.size;
-    EXPECT_EQ(std::memcmp(entries.data(), c.entries.data(), c.entries.size() * 6), 0)
-        << c.page << ' ' << c.size;
+  text(0);
+  const std::tuple<uint32_t, uint32_t, const char*> defaults[] = {
+      {1, 24, "2: 10 00 05 00 00 00 11 00 07 00 00 00"},
+      {1, 12, "2: 10 00 05 00 00 00 11 00 07 00 00 00"},
+      {1, 11, "-1: 0C 00"},
+      {1, 2, "-1: 0C 00"},
+      {1, 1, "-1:"},
+      {2, 18, "3: FF FF FF FF FF FF 12 00"},
+      {3, 12, "2:"},
+      {4, 24, "0:"},
+      {5, 24, "-2:"},
+      {6, 24, "-1: FF FF"},
+      {6, 120000, "20000: 01 00 02 00 00 00"},
+      {7, 24, "-3:"},
+      {8, 6, "1:"},
+      {9, 24, "-2:"},
+  };
+  for (const auto& [page, size, expected] : defaults) {
+    auto* const entries = reinterpret_cast<HvPageDefault*>(buffer.data());
+    EXPECT_EQ(text(HvOpcGetPageDefaults(panel.Handle(), page, entries, size)), expected);
   }
-  EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), 1, nullptr, 0), 12);
-  EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), 4, nullptr, 0), 0);
-  EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), 5, nullptr, 0), -2);
-  EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), 6, nullptr, 0), 32767);
-  EXPECT_EQ(HvOpcGetPageDefaults(nullptr, 1, nullptr, 0), -2);
-  // All that the largest page could hold, of which the file gives one entry.
-  std::vector<HvPageDefault> entries(20000, kept);
-  EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), 6, entries.data(), 120000), 20000);
-  const HvPageDefault expected[] = {{1, 2}, kept};
-  EXPECT_EQ(std::memcmp(entries.data(), expected, sizeof expected), 0);
-}
-
-TEST(PanelPages, HaveVariables) {
-  const Panel panel(Pages);
-  const struct {
-    uint32_t page;
-    uint32_t size;
-    int32_t expected;
-    std::vector<uint8_t> bytes;
-  } cases[] = {
-      {1, 4, 2, {0x1A, 0x2B, 0x00, 0x03, 0xAA}},
-      {1, 7, 2, {0x1A, 0x2B, 0x00, 0x03, 0xAA}},
-      {1, 3, -1, {4, 0, 0xAA}},
-      {1, 1, -1, {0xAA}},
-      {2, 2, 1, {0, 1, 0xAA}},
-      {2, 8, 3, {0, 1, 0, 2, 0, 3, 0xAA}},
-      {2, 5, 2, {0, 1, 0, 2, 0xAA}},
-      {3, 4, 0, {0xAA}},
-      {4, 4, 0, {0xAA}},
-      {5, 4, -2, {0xAA}},
-      {6, 8, -1, {0xFF, 0xFF, 0xAA}},
-      {7, 8, 1, {0, 5, 0xAA}},
-      {9, 8, -2, {0xAA}},
+  const std::tuple<uint32_t, uint32_t, const char*> variables[] = {
+      {1, 4, "2: 1A 2B 00 03"},
+      {1, 7, "2: 1A 2B 00 03"},
+      {1, 3, "-1: 04 00"},
+      {1, 1, "-1:"},
+      {2, 2, "1: 00 01"},
+      {2, 5, "2: 00 01 00 02"},
+      {3, 4, "0:"},
+      {2, 8, "3: 00 01 00 02 00 03"},
+      {4, 4, "0:"},
+      {5, 4, "-2:"},
+      {6, 8, "-1: FF FF"},
+      {7, 8, "1: 00 05"},
+      {9, 8, "-2:"},
   };
-  for (const auto& c : cases) {
-    std::vector<uint8_t> bytes(8, 0xAA);
-    EXPECT_EQ(HvOpcGetPageOmVars(panel.Handle(), c.page, bytes.data(), c.size), c.expected)
-        << c.page << ' ' << c.size;
-    bytes.resize(c.bytes.size());
-    EXPECT_EQ(bytes, c.bytes) << c.page << ' ' << c.size;
+  for (const auto& [page, size, expected] : variables) {
+    EXPECT_EQ(text(HvOpcGetPageOmVars(panel.Handle(), page, buffer.data(), size)), expected);
+  }
+  const int32_t needed[] = {-2, 12, 18, 12, 0, -2, 32767};
+  for (uint32_t page = 0; page <= 6; ++page) {
+    EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), page, nullptr, 0), needed[page]) << page;
   }
   EXPECT_EQ(HvOpcGetPageOmVars(panel.Handle(), 1, nullptr, 0), 4);
   EXPECT_EQ(HvOpcGetPageOmVars(panel.Handle(), 9, nullptr, 0), -2);
+  EXPECT_EQ(HvOpcGetPageDefaults(nullptr, 1, nullptr, 0), -2);
   EXPECT_EQ(HvOpcGetPageOmVars(nullptr, 1, nullptr, 0), -2);
 }
 

@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cmath>
 #include <cstring>
-#include <filesystem>
+#include <sstream>
 #include <string>
-#include <thread>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "hvapi.h"
+#include "support/in_threads.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -20,8 +20,8 @@ using hvtest::TestFolder;
 // What a call must leave as it was is filled with this.
 constexpr int Untouched = 0x5A;
 
-std::string Line(const std::string& key, const std::string& rest = "") {
-  return '"' + key + "\",\"Set size\",\"PCL\",\"1B45\",\"%d\",1,2.5,0.5,\"D\"" + rest + "\n";
+std::string Line(const std::string& key) {
+  return '"' + key + "\",\"Set size\",\"PCL\",\"1B45\",\"%d\",1,2.5,0.5,\"D\"\n";
 }
 
 // A record whose key asks for `text`.
@@ -37,6 +37,14 @@ bool IsUntouched(const HvCommandRecord& record, const std::string& searchText) {
   return std::memcmp(&record, &expected, sizeof record) == 0;
 }
 
+std::string Show(const HvCommandRecord& record) {
+  std::ostringstream text;
+  text << record.szKey << '|' << record.szDescr << '|' << record.szEmulation << '|'
+       << record.szCommand << '|' << record.szVarFormat << '|' << +record.dVarRangeLo << ' '
+       << +record.dVarRangeHi << ' ' << +record.dVarIncrement << '|' << record.szDuration;
+  return text.str();
+}
+
 // A record file of its own, open as long as the object is.
 class OpenFile {
  public:
@@ -48,23 +56,29 @@ class OpenFile {
   OpenFile& operator=(const OpenFile&) = delete;
   ~OpenFile() { EXPECT_EQ(HvDatCloseFile(handle_), 0); }
 
-  int32_t Handle() const { return handle_; }
-  int32_t First(HvCommandRecord* record) const { return HvDatGetFirstKey(handle_, record); }
-  // The code, or for a record that was found its key.
-  std::string First(const std::string& text) const {
-    HvCommandRecord record = Search(text);
-    const int32_t code = HvDatGetFirstKey(handle_, &record);
-    EXPECT_TRUE(code == 0 || IsUntouched(record, text)) << text;
-    return code == 0 ? record.szKey : std::to_string(code);
+  HvCommandRecord Record(const std::string& search) const {
+    HvCommandRecord record = Search(search);
+    EXPECT_EQ(HvDatGetFirstKey(handle_, &record), 0) << search;
+    return record;
   }
-  std::string Next() const {
-    HvCommandRecord record = Search("");
-    const int32_t code = HvDatGetNextKey(handle_, &record);
-    EXPECT_TRUE(code == 0 || IsUntouched(record, ""));
-    return code == 0 ? record.szKey : std::to_string(code);
+  // The code, or for a record that was found its key.
+  std::string First(const std::string& text) const { return Get(HvDatGetFirstKey, text); }
+  std::string Next() const { return Get(HvDatGetNextKey, ""); }
+  // The keys from the first one on and the code that ends them.
+  std::string Keys(const std::string& search) const {
+    std::string text = First(search);
+    for (std::string key = text; key[0] != '-'; text += " " + key) key = Next();
+    return text;
   }
 
  private:
+  std::string Get(decltype(&HvDatGetFirstKey) get, const std::string& text) const {
+    HvCommandRecord record = Search(text);
+    const int32_t code = get(handle_, &record);
+    EXPECT_TRUE(code == 0 || IsUntouched(record, text)) << text;
+    return code == 0 ? record.szKey : std::to_string(code);
+  }
+
   TestFolder folder_;
   int32_t handle_;
 };
@@ -72,8 +86,7 @@ class OpenFile {
 TEST(RecordFile, ReadsARecordWithWhateverSeparates) {
   const std::string lines[] = {
       "\"K1\",\"Set size\",\"PCL\",\"1B45\",\"%d\",-1.5,2e3,.25,\"D\"\n",
-      "\"K1\";\"Set size\";\"PCL\";\"1B45\";\"%d\";-1.5;2e3;.25;\"D\"\n",
-      "\"K1\":\"Set size\":\"PCL\":\"1B45\":\"%d\":-1.5:2e3:.25:\"D\"\n",
+      "\"K1\";\"Set size\":\"PCL\";\"1B45\":\"%d\":-1.5;2e3:.25;\"D\"\n",
       "\"K1\"\"Set size\"\"PCL\"\"1B45\"\"%d\"-1.5,2e3,.25,\"D\"\n",
       " ,\t\"K1\" \r \"Set size\"\x80\xFF\"PCL\"\x01\x7F,;:\"1B45\"\v\"%d\" -1.5, +2e3;;\x1F.25: "
       "\"D\" ,\n",
@@ -86,79 +99,51 @@ TEST(RecordFile, ReadsARecordWithWhateverSeparates) {
   };
   for (const std::string& line : lines) {
     const OpenFile file(line);
-    HvCommandRecord record = Search("K");
-    ASSERT_EQ(file.First(&record), 0) << line;
-    EXPECT_STREQ(record.szKey, "K1");
-    EXPECT_STREQ(record.szDescr, "Set size");
-    EXPECT_STREQ(record.szEmulation, "PCL");
-    EXPECT_STREQ(record.szCommand, "1B45");
-    EXPECT_STREQ(record.szVarFormat, "%d");
-    double numbers[3];
-    std::memcpy(numbers, reinterpret_cast<const char*>(&record) + 222, sizeof numbers);
-    EXPECT_EQ(numbers[0], -1.5) << line;
-    EXPECT_EQ(numbers[1], 2000.0) << line;
-    EXPECT_EQ(numbers[2], 0.25) << line;
-    EXPECT_STREQ(record.szDuration, "D");
+    const HvCommandRecord record = file.Record("K");
+    EXPECT_EQ(Show(record), "K1|Set size|PCL|1B45|%d|-1.5 2000 0.25|D") << line;
     // Nothing of the search or of a stack is left behind the texts.
-    for (std::size_t i = 15; i < 108; ++i) EXPECT_EQ(reinterpret_cast<char*>(&record)[i], 0) << i;
+    for (std::size_t i = 8; i < sizeof record.szDescr; ++i) EXPECT_EQ(record.szDescr[i], 0) << i;
     EXPECT_EQ(file.Next(), "-10") << line;
   }
 }
 
-TEST(RecordFile, CutsTextsToTheirFields) {
-  const std::string longText(150, 'x');
-  std::string line;
-  for (int i = 0; i < 5; ++i) line += '"' + longText + "\",";
-  const OpenFile file("\"A,#\nB\",\"\",\"\",\"\",\"\",0,0,0,\"\"\n" + line + "1,2,3,\"DEF\"\n");
-  EXPECT_EQ(file.First(""), "A,#\nB");
-  HvCommandRecord record = Search("xxxxx");
-  ASSERT_EQ(file.First(&record), 0);
-  EXPECT_EQ(std::string(record.szKey), std::string(5, 'x'));
-  EXPECT_EQ(std::string(record.szDescr), std::string(101, 'x'));
-  EXPECT_EQ(std::string(record.szEmulation), std::string(5, 'x'));
-  EXPECT_EQ(std::string(record.szCommand), std::string(101, 'x'));
-  EXPECT_EQ(std::string(record.szVarFormat), std::string(5, 'x'));
-  EXPECT_EQ(std::string(record.szDuration), "D");
+TEST(RecordFile, CutsTextsToTheirFieldsAndNumbersToTheirRange) {
+  const std::string x(101, 'x');
+  const std::string longText = '"' + std::string(150, 'x') + "\",";
+  const OpenFile file("\"A,#\nB\",\"\",\"\",\"\",\"\",1e999,-1E999,1e-999,\"\"\n" + longText +
+                      longText + longText + longText + longText + "1,2,3,\"DEF\"\n");
+  EXPECT_EQ(Show(file.Record("")), "A,#\nB|||||inf -inf 0|");
+  EXPECT_EQ(Show(file.Record("xxxxx")), "xxxxx|" + x + "|xxxxx|" + x + "|xxxxx|1 2 3|D");
 }
 
 TEST(RecordFile, RefusesMalformedLines) {
-  const std::string before = "\"K1\",\"d\",\"e\",\"c\",\"f\",";
+  const std::string texts = "\"K1\",\"d\",\"e\",\"c\",\"f\",";
   const std::string lines[] = {
       "K1,\"d\",\"e\",\"c\",\"f\",1,2,3,\"D\"\n",  // no quotes
       "1\n",
-      before + "1 ,2,3,\"D\"\n",  // a blank behind a number
-      before + "1\t,2,3,\"D\"\n",
-      before + "1 5,2,3,\"D\"\n",
-      before + "1x,2,3,\"D\"\n",
-      before + "0x10,2,3,\"D\"\n",
-      before + "\"1\",2,3,\"D\"\n",
-      before + "inf,2,3,\"D\"\n",
-      before + "-nan,2,3,\"D\"\n",
-      before + "+-1,2,3,\"D\"\n",
-      before + "1e,2,3,\"D\"\n",
-      before + ".,2,3,\"D\"\n",
-      before + "-,2,3,\"D\"\n",
-      before + "1,2,\n",               // too few fields
-      before + "1,2,3\n",              // the number before the last field ends the line
-      before + "1,2,3\n\"D\"\n",       // the last field on a line of its own
-      before + "1,2,3,\"D\",\"E\"\n",  // too many
-      before + "1,2,3,\"D\"x\n",
-      before + "1,2,3,\"D\" #\n",
-      before + "1,2,3,\"D\"",  // no line feed at the end
-      before + "1,2,3,\"D\" ,",
-      before + "1,2,3,\"D\"\x1A\n",
-      before + "1,2,3",  // the file ends before a field
-      before,
-      "\"K1\"",
+      "\"K1\"",  // the file ends before a field
+      texts,
+      texts + "1,2,3",
+      texts + "1,2,\n",               // too few fields
+      texts + "1,2,3\n",              // the number before the last field ends the line
+      texts + "1,2,3\n\"D\"\n",       // the last field on a line of its own
+      texts + "1,2,3,\"D\",\"E\"\n",  // too many
+      texts + "1,2,3,\"D\"x\n",
+      texts + "1,2,3,\"D\" #\n",
+      texts + "1,2,3,\"D\"",  // no line feed at the end
+      texts + "1,2,3,\"D\" ,",
+      texts + "1,2,3,\"D\"\x1A\n",
   };
-  for (const std::string& line : lines) {
-    const OpenFile file(line);
-    EXPECT_EQ(file.First(""), "-2") << line;
+  const auto expectRefused = [](const std::string& line) {
+    const OpenFile file(Line("K0") + line);
+    EXPECT_EQ(file.Keys(""), "K0 -2") << line;
     EXPECT_EQ(file.Next(), "-7") << line;
-    const OpenFile second(Line("K0") + line);
-    EXPECT_EQ(second.First(""), "K0") << line;
-    EXPECT_EQ(second.Next(), "-2") << line;
-    EXPECT_EQ(second.Next(), "-7") << line;
+    EXPECT_EQ(OpenFile(line).Keys(""), "-2") << line;
+  };
+  for (const std::string& line : lines) expectRefused(line);
+  for (const char* number :
+       {"1 ", "1\t", "1 5", "1x", "0x10", "\"1\"", "inf", "-nan", "+-1", "1e", ".", "-"}) {
+    expectRefused(texts + number + ",2,3,\"D\"\n");
   }
 }
 
@@ -167,42 +152,29 @@ TEST(RecordFile, ATextCutByTheEndOfTheFileIsTheEnd) {
        {"\"K2", "\"", "\"K2\",\"d\",\"e\",\"c\",\"f\",1,2,3,\"D\n", "# K2", " ,"}) {
     EXPECT_EQ(OpenFile(rest).First(""), "-7") << rest;
     const OpenFile file(Line("K1") + rest);
-    EXPECT_EQ(file.First("K"), "K1");
-    EXPECT_EQ(file.Next(), "-10") << rest;
+    EXPECT_EQ(file.Keys("K"), "K1 -10") << rest;
     EXPECT_EQ(file.Next(), "-10") << rest;
   }
-}
-
-TEST(RecordFile, TakesNumbersOutOfRange) {
-  const OpenFile file("\"K\",\"\",\"\",\"\",\"\",1e999,-1E999,-1e-999,\"\"\n");
-  HvCommandRecord record = Search("");
-  ASSERT_EQ(file.First(&record), 0);
-  double numbers[3];
-  std::memcpy(numbers, reinterpret_cast<const char*>(&record) + 222, sizeof numbers);
-  EXPECT_EQ(numbers[0], HUGE_VAL);
-  EXPECT_EQ(numbers[1], -HUGE_VAL);
-  EXPECT_EQ(numbers[2], 0.0);
 }
 
 TEST(RecordFile, WalksFromTheFirstMatch) {
   const OpenFile file("# keys\n" + Line("A1") + Line("S1") + "\n" + Line("sx") + Line("S2") +
                       Line("SABCDEF"));
   EXPECT_EQ(file.Next(), "-7");  // nothing was found yet
-  EXPECT_EQ(file.First(""), "A1");
-  EXPECT_EQ(file.Next(), "S1");
-  EXPECT_EQ(file.First("S"), "S1");
-  EXPECT_EQ(file.Next(), "sx");
-  EXPECT_EQ(file.First("s"), "sx");  // letter case counts
-  EXPECT_EQ(file.Next(), "S2");
-  EXPECT_EQ(file.Next(), "SABCD");
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "A1 S1 sx S2 SABCD -10"},
+      {"S", "S1 sx S2 SABCD -10"},
+      {"s", "sx S2 SABCD -10"},  // letter case counts
+      {"S2", "S2 SABCD -10"},
+      {"SABCD", "SABCD -10"},
+      {"SABCDEF", "-7"},  // keys have five characters
+      {"S12", "-7"},
+      {"A1", "A1 S1 sx S2 SABCD -10"},
+  };
+  for (const auto& [search, keys] : cases) EXPECT_EQ(file.Keys(search), keys) << search;
   EXPECT_EQ(file.Next(), "-10");
-  EXPECT_EQ(file.Next(), "-10");
-  EXPECT_EQ(file.First("S2"), "S2");
-  EXPECT_EQ(file.First("S12"), "-7");  // no key is that long
+  EXPECT_EQ(file.First("S12"), "-7");
   EXPECT_EQ(file.Next(), "-7");
-  EXPECT_EQ(file.First("SABCD"), "SABCD");
-  EXPECT_EQ(file.First("SABCDEF"), "-7");  // keys have five characters
-  EXPECT_EQ(file.First("A1"), "A1");
 }
 
 TEST(RecordFile, AMalformedLineEndsTheSearch) {
@@ -250,26 +222,13 @@ TEST(RecordFile, HasFourHandles) {
 TEST(RecordFile, OpensOnlyFilesOfCommandRecords) {
   const TestFolder folder;
   const std::string path = folder.Add("r.dat", Line("A"));
-  std::string longPath = folder / "r.dat";
-  while (longPath.size() < 261) longPath.insert(folder.Path().string().size(), "/");
-  longPath.resize(261, '.');
-  const struct {
-    const char* path;
-    uint32_t fileType;
-    int32_t expected;
-  } cases[] = {
-      {nullptr, 2, -1},
-      {"", 2, -1},
-      {longPath.c_str(), 2, -1},
-      {path.c_str(), 0, -1},
-      {path.c_str(), 1, -1},
-      {path.c_str(), 3, -1},
-      {path.c_str(), 0x10002, -1},
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(HvDatOpenFile(c.path, 0, c.fileType), c.expected) << (c.path ? c.path : "NULL");
-  }
+  EXPECT_EQ(HvDatOpenFile(nullptr, 0, 2), -1);
+  EXPECT_EQ(HvDatOpenFile("", 0, 2), -1);
   EXPECT_EQ(HvDatOpenFile((folder / "none.dat").c_str(), 0, 2), -1);
+  EXPECT_EQ(HvDatOpenFile((path + std::string(261 - path.size(), '.')).c_str(), 0, 2), -1);
+  for (const uint32_t fileType : {0U, 1U, 3U, 0x10002U}) {
+    EXPECT_EQ(HvDatOpenFile(path.c_str(), 0, fileType), -1) << fileType;
+  }
   EXPECT_EQ(HvDatOpenFile(folder.Path().string().c_str(), 0, 2), -5);
   const int32_t handle = HvDatOpenFile(path.c_str(), 0, 2);
   EXPECT_EQ(handle, 0);  // no failure kept a slot
@@ -281,19 +240,15 @@ TEST(RecordFile, CountsRecordsInARow) {
   const std::string text = Line("A") + Line("S1") + Line("S22") + Line("SABCD") + Line("T") +
                            Line("S3") + "bad\n" + Line("T2");
   const std::string path = folder.Add("r.dat", text);
-  const struct {
-    const char* prefix;
-    uint32_t expected;
-    const char* lastRead;
-  } cases[] = {
+  const std::tuple<const char*, uint32_t, const char*> cases[] = {
       {"S", 3, "T"},   {"s", 0, "s"},  {"S2", 1, "SABCD"}, {"SABCDEFG", 1, "T"}, {"", 6, "S3"},
       {"S3", 1, "S3"}, {"A", 1, "S1"}, {"T", 1, "S3"},     {"T2", 0, "T2"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [prefix, expected, lastRead] : cases) {
     char buffer[sizeof(HvCommandRecord)] = {};
-    std::strcpy(buffer, c.prefix);
-    EXPECT_EQ(HvDatQueryCount(path.c_str(), buffer, DAT_FILE_COMMANDS), c.expected) << c.prefix;
-    EXPECT_STREQ(buffer, c.lastRead) << c.prefix;
+    std::strcpy(buffer, prefix);
+    EXPECT_EQ(HvDatQueryCount(path.c_str(), buffer, DAT_FILE_COMMANDS), expected) << prefix;
+    EXPECT_STREQ(buffer, lastRead) << prefix;
   }
   char buffer[sizeof(HvCommandRecord)] = "S";
   EXPECT_EQ(HvDatQueryCount(path.c_str(), nullptr, 2), 0xFFFDU);
@@ -324,27 +279,22 @@ TEST(RecordFile, CountsRecordsByLetter) {
 
 TEST(RecordFile, ThreadsWithHandlesOfTheirOwnDoNotDisturbEachOther) {
   const TestFolder folder;
-  std::atomic<int> faults = 0;
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t) {
-    const std::string key(1, static_cast<char>('A' + t));
+  for (int thread = 0; thread < 4; ++thread) {
     std::string text;
-    for (int i = 0; i < 20; ++i) text += Line(key + std::to_string(i));
-    threads.emplace_back([&faults, key, path = folder.Add(key, text)] {
-      for (int round = 0; round < 50; ++round) {
-        const int32_t handle = HvDatOpenFile(path.c_str(), 0, DAT_FILE_COMMANDS);
-        HvCommandRecord record = Search("");
-        int found = 0;
-        for (int32_t code = HvDatGetFirstKey(handle, &record); code == 0;
-             code = HvDatGetNextKey(handle, &record)) {
-          found += record.szKey == key + std::to_string(found);
-        }
-        if (handle < 0 || found != 20 || HvDatCloseFile(handle) != 0) ++faults;
-      }
-    });
+    for (int i = 0; i < 20; ++i) text += Line(std::to_string(thread) + "." + std::to_string(i));
+    folder.Add(std::to_string(thread), text);
   }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(faults, 0);
+  hvtest::InFourThreads(50, [&](int thread) {
+    const std::string name = std::to_string(thread);
+    const int32_t handle = HvDatOpenFile((folder / name).c_str(), 0, DAT_FILE_COMMANDS);
+    HvCommandRecord record = Search("");
+    int found = 0;
+    for (int32_t code = HvDatGetFirstKey(handle, &record); code == 0;
+         code = HvDatGetNextKey(handle, &record)) {
+      found += record.szKey == name + "." + std::to_string(found);
+    }
+    return handle >= 0 && found == 20 && HvDatCloseFile(handle) == 0;
+  });
 }
 
 }  // namespace

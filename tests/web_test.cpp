@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "hvapi.h"
 #include "support/ini_handle.h"
@@ -11,129 +12,106 @@
 namespace {
 
 using hvtest::OpenIni;
-using hvtest::TestFolder;
 
 const std::string PlainBase = "https://support.example.com/NA";
 const std::string DispatchBase = "https://support.example.com/MD/?";
 
-struct Answer {
-  uint32_t code;
-  std::string buffer;  // all bytes, which were '#' before
-};
-
-Answer PathForm(int32_t model, uint32_t topic, uint32_t language, std::size_t size = 100,
-                HvIniHandle* ini = nullptr) {
-  std::string buffer(100, '#');
-  const uint32_t code =
-      HvWebGetURL(model, topic, language, buffer.data(), static_cast<uint32_t>(size), ini);
-  return {code, buffer};
+// Code and address, or "untouched"; "@" stands for the base of an address. The buffer, which was
+// filled with '#', must hold the address, its NUL, and nothing else.
+std::string Show(uint32_t code, const std::string& buffer) {
+  std::string text = buffer.c_str();
+  if (buffer.find('\0') == std::string::npos) {
+    text = buffer.find_first_not_of('#') == std::string::npos ? "untouched" : buffer;
+  } else {
+    EXPECT_EQ(buffer.find_first_not_of('#', text.size() + 1), std::string::npos) << text;
+  }
+  for (const std::string& base : {PlainBase, DispatchBase}) {
+    if (text.rfind(base, 0) == 0) text.replace(0, base.size(), "@");
+  }
+  return std::to_string(code) + " " + text;
 }
 
-Answer DispatchForm(uint32_t printerA, uint32_t printerB, uint32_t topic, uint32_t languageId,
-                    std::size_t size = 150) {
+std::string PathForm(int32_t model, uint32_t topic, uint32_t language, uint32_t size = 100,
+                     const OpenIni& ini = nullptr) {
+  std::string buffer(100, '#');
+  const uint32_t code = HvWebGetURL(model, topic, language, buffer.data(), size, ini.get());
+  return Show(code, buffer);
+}
+
+std::string DispatchForm(uint32_t printerA, uint32_t printerB, uint32_t topic, uint32_t languageId,
+                         std::size_t size = 150) {
   std::string buffer(150, '#');
   const uint32_t code = HvWebGetCGIURL(printerA, printerB, topic, languageId, buffer.data(),
                                        static_cast<uint32_t>(size), 0xFFFFFFFFU);
-  return {code, buffer};
-}
-
-// The buffer holds this text, its NUL, and nothing else was written.
-void ExpectText(const Answer& answer, const std::string& text) {
-  std::string expected = text + '\0';
-  expected.resize(answer.buffer.size(), '#');
-  EXPECT_EQ(answer.buffer, expected);
+  return Show(code, buffer);
 }
 
 TEST(WebUrl, NamesTopicLanguageAndPrinter) {
-  const struct {
-    int32_t model;
-    uint32_t topic;
-    uint32_t language;
-    uint32_t code;
-    const char* rest;  // behind the base
-  } cases[] = {
-      {0, 1, 3, HV_OK, "/drivers/3/8"},
-      {-1, 2, 0, HV_OK, "/firmware/0"},
-      {3, 3, 22, HV_OK, "/homepage/22/4"},
-      {8, 4, 10, HV_OK, "/fleetdesk/10/4"},
-      {10, 5, 1, HV_OK, "/registration/1/1"},
-      {25, 6, 1, HV_OK, "/supplies/1/1"},
-      {19, 7, 1, HV_OK, "/techsupport/1/11"},
-      {20, 8, 1, HV_OK, "/publications/1/20"},
-      {24, 1, 1, HV_OK, "/drivers/1/24"},
-      {26, 1, 1, HV_OK, "/drivers/1/26"},
-      {2147483647, 1, 1, HV_OK, "/drivers/1/2147483647"},
-      {2, 1, 1, HV_UNKNOWN_MODEL, nullptr},
-      {9, 1, 1, HV_UNKNOWN_MODEL, nullptr},
-      {11, 1, 1, HV_UNKNOWN_MODEL, nullptr},
-      {16, 1, 1, HV_UNKNOWN_MODEL, nullptr},
-      {-2, 1, 1, HV_UNKNOWN_MODEL, nullptr},
-      {-2147483647 - 1, 1, 1, HV_UNKNOWN_MODEL, nullptr},
-      {2, 0, 1, HV_BAD_ARGUMENT, nullptr},
-      {2, 9, 1, HV_BAD_ARGUMENT, nullptr},
-      {2, 1, 23, HV_BAD_ARGUMENT, nullptr},
-      {2, 1, 0xFFFFFFFFU, HV_BAD_ARGUMENT, nullptr},
+  const std::tuple<int32_t, uint32_t, uint32_t, const char*> cases[] = {
+      {0, 1, 3, "0 @/drivers/3/8"},
+      {-1, 2, 0, "0 @/firmware/0"},
+      {3, 3, 22, "0 @/homepage/22/4"},
+      {8, 4, 10, "0 @/fleetdesk/10/4"},
+      {25, 6, 1, "0 @/supplies/1/1"},
+      {10, 5, 1, "0 @/registration/1/1"},
+      {19, 7, 1, "0 @/techsupport/1/11"},
+      {20, 8, 1, "0 @/publications/1/20"},
+      {24, 1, 1, "0 @/drivers/1/24"},
+      {26, 1, 1, "0 @/drivers/1/26"},
+      {2, 1, 1, "44 "},
+      {INT32_MAX, 1, 1, "0 @/drivers/1/2147483647"},
+      {9, 1, 1, "44 "},
+      {11, 1, 1, "44 "},
+      {16, 1, 1, "44 "},
+      {-2, 1, 1, "44 "},
+      {INT32_MIN, 1, 1, "44 "},
+      {2, 0, 1, "1 "},
+      {2, 9, 1, "1 "},
+      {2, 1, 23, "1 "},
+      {2, 1, 0xFFFFFFFFU, "1 "},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.model << " " << c.topic << " " << c.language);
-    const Answer answer = PathForm(c.model, c.topic, c.language);
-    EXPECT_EQ(answer.code, c.code);
-    ExpectText(answer, c.rest == nullptr ? "" : PlainBase + c.rest);
+  for (const auto& [model, topic, language, expected] : cases) {
+    EXPECT_EQ(PathForm(model, topic, language), expected)
+        << model << " " << topic << " " << language;
   }
   EXPECT_EQ(HvWebGetURL(0, 1, 1, nullptr, 100, nullptr), 1U);
 }
 
 TEST(WebUrl, NeedsTheAddressAndItsNul) {
-  const std::size_t needed = PlainBase.size() + sizeof "/drivers/3/8";
-  ExpectText(PathForm(0, 1, 3, needed), PlainBase + "/drivers/3/8");
-  for (std::size_t size = 1; size < needed; ++size) {
-    const Answer answer = PathForm(0, 1, 3, size);
-    EXPECT_EQ(answer.code, 42U) << size;
-    ExpectText(answer, "");
-  }
+  const auto needed = static_cast<uint32_t>(PlainBase.size() + sizeof "/drivers/3/8");
+  EXPECT_EQ(PathForm(0, 1, 3, needed), "0 @/drivers/3/8");
+  for (uint32_t size = 1; size < needed; ++size) EXPECT_EQ(PathForm(0, 1, 3, size), "42 ") << size;
   // Nothing can be written into no bytes.
-  for (const uint32_t topic : {1U, 9U}) {
-    const Answer answer = PathForm(0, topic, 3, 0);
-    EXPECT_EQ(answer.code, topic == 1 ? 42U : 1U);
-    EXPECT_EQ(answer.buffer, std::string(100, '#'));
-  }
+  EXPECT_EQ(PathForm(0, 1, 3, 0), "42 untouched");
+  EXPECT_EQ(PathForm(0, 9, 3, 0), "1 untouched");
 }
 
 TEST(WebUrl, IsRedirectedByAFile) {
-  const struct {
-    const char* file;
-    int32_t model;
-    std::string address;  // empty for one that does not fit
-  } cases[] = {
-      {"[AREA]\nDRIVERS=printers/laser\n", 0, PlainBase + "/printers/laser/3/8"},
-      {"[area]\ndrivers=\n", 0, PlainBase + "/3/8"},
-      {"[AREA]\nFIRMWARE=x\n[PRINTER]\n0=x\n", 0, PlainBase + "/drivers/3/8"},
-      {"[PRINTER]\n8=\n", 0, PlainBase + "/drivers/3"},
-      {"[PRINTER]\n8=eight\n", 0, PlainBase + "/drivers/3/eight"},
-      {"[PRINTER]\n-1=x\n", -1, PlainBase + "/drivers/3"},
-      {"[LANGUAGE]\n3=en us\n", -1, PlainBase + "/drivers/en us"},
-      {"[LANGUAGE]\n3=\n", 0, PlainBase + "/drivers/8"},
-      {"[AREA_PREFIX]\nDRIVERS=ftp://h\n", 0, "ftp://h/drivers/3/8"},
-      {"[AREA_PREFIX]\nDRIVERS=\n", 0, "/drivers/3/8"},
-      {"[LANGUAGE]\n3=0123456789012345678901234567890123456789012345678901234567\n", -1, ""},
+  const std::tuple<const char*, int32_t, const char*> cases[] = {
+      {"[AREA]\nDRIVERS=printers/laser\n", 0, "0 @/printers/laser/3/8"},
+      {"[area]\ndrivers=\n", 0, "0 @/3/8"},
+      {"[AREA]\nFIRMWARE=x\n[PRINTER]\n0=x\n", 0, "0 @/drivers/3/8"},
+      {"[PRINTER]\n8=\n", 0, "0 @/drivers/3"},
+      {"[PRINTER]\n8=eight\n", 0, "0 @/drivers/3/eight"},
+      {"[PRINTER]\n-1=x\n", -1, "0 @/drivers/3"},
+      {"[LANGUAGE]\n3=en us\n", -1, "0 @/drivers/en us"},
+      {"[LANGUAGE]\n3=\n", 0, "0 @/drivers/8"},
+      {"[AREA_PREFIX]\nDRIVERS=ftp://h\n", 0, "0 ftp://h/drivers/3/8"},
+      {"[AREA_PREFIX]\nDRIVERS=\n", 0, "0 /drivers/3/8"},
+      {"[LANGUAGE]\n3=0123456789012345678901234567890123456789012345678901234567\n", -1, "42 "},
   };
-  const TestFolder folder;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.file);
-    const OpenIni ini(HvIniOpen(folder.Add("web.ini", c.file).c_str()));
-    ASSERT_NE(ini, nullptr);
-    const Answer answer = PathForm(c.model, 1, 3, 97, ini.get());
-    EXPECT_EQ(answer.code, c.address.empty() ? 42U : 0U);
-    ExpectText(answer, c.address);
+  const hvtest::TestFolder folder;
+  const auto open = [&](const char* text) {
+    return OpenIni(HvIniOpen(folder.Add("web.ini", text).c_str()));
+  };
+  for (const auto& [file, model, expected] : cases) {
+    EXPECT_EQ(PathForm(model, 1, 3, 97, open(file)), expected) << file;
   }
   // All parts made empty: the address is empty, and still needs a byte.
-  const OpenIni ini(HvIniOpen(folder
-                                  .Add("web.ini",
-                                       "[AREA_PREFIX]\nDRIVERS=\n[AREA]\nDRIVERS=\n"
-                                       "[LANGUAGE]\n3=\n[PRINTER]\n8=\n")
-                                  .c_str()));
-  EXPECT_EQ(PathForm(0, 1, 3, 1, ini.get()).code, 0U);
-  EXPECT_EQ(PathForm(0, 1, 3, 0, ini.get()).code, 42U);
+  const OpenIni ini =
+      open("[AREA_PREFIX]\nDRIVERS=\n[AREA]\nDRIVERS=\n[LANGUAGE]\n3=\n[PRINTER]\n8=\n");
+  EXPECT_EQ(PathForm(0, 1, 3, 1, ini), "0 ");
+  EXPECT_EQ(PathForm(0, 1, 3, 0, ini), "42 untouched");
 }
 
 TEST(WebCgiUrl, AsksTheDispatchScript) {
@@ -142,54 +120,41 @@ TEST(WebCgiUrl, AsksTheDispatchScript) {
     uint32_t printerB;
     uint32_t topic;
     uint32_t languageId;
-    const char* rest;  // up to what depends on the system
+    const char* expected;  // up to what depends on the system
   } cases[] = {
-      {12, 34, 1, 0x0407, "func=drivers&lang=2&prtr=B012034&ctry="},
-      {0, 999, 2, 0x0804, "func=firmware&lang=13&prtr=B000999&ctry="},
-      {1, 1, 3, 0x0404, "func=homepage&lang=14&prtr=B001001&ctry="},
-      {1, 1, 4, 0x0004, "func=fleetdesk&lang=14&prtr=B001001&ctry="},
-      {1, 1, 5, 0x0409, "func=registration&lang=0&prtr=B001001&ctry="},
-      {1, 1, 6, 0x0C0A, "func=supplies&lang=4&prtr=B001001&ctry="},
-      {1000, 4294967295U, 7, 0x041D, "func=support&lang=8&prtr=B10004294967295&ctry="},
-      {1, 1, 8, 0x10816, "func=publications&lang=21&prtr=B001001&ctry="},
-      {1, 1, 1, 0xFC19, "func=drivers&lang=22&prtr=B001001&ctry="},
-      {1, 1, 1, 0x021D, "func=drivers&lang=0&prtr=B001001&ctry="},
+      {12, 34, 1, 0x0407, "0 @func=drivers&lang=2&prtr=B012034&ctry="},
+      {0, 999, 2, 0x0804, "0 @func=firmware&lang=13&prtr=B000999&ctry="},
+      {1, 1, 3, 0x0404, "0 @func=homepage&lang=14&prtr=B001001&ctry="},
+      {1, 1, 4, 0x0004, "0 @func=fleetdesk&lang=14&prtr=B001001&ctry="},
+      {1, 1, 5, 0x0409, "0 @func=registration&lang=0&prtr=B001001&ctry="},
+      {1, 1, 6, 0x0C0A, "0 @func=supplies&lang=4&prtr=B001001&ctry="},
+      {1000, 4294967295U, 7, 0x041D, "0 @func=support&lang=8&prtr=B10004294967295&ctry="},
+      {1, 1, 8, 0x10816, "0 @func=publications&lang=21&prtr=B001001&ctry="},
+      {1, 1, 1, 0xFC19, "0 @func=drivers&lang=22&prtr=B001001&ctry="},
+      {1, 1, 1, 0x021D, "0 @func=drivers&lang=0&prtr=B001001&ctry="},
   };
   for (const auto& c : cases) {
-    const Answer answer = DispatchForm(c.printerA, c.printerB, c.topic, c.languageId);
-    EXPECT_EQ(answer.code, 0U);
-    const std::string start = DispatchBase + c.rest;
-    EXPECT_EQ(answer.buffer.substr(0, start.size()), start);
     // Eight digits of the user's language, then one for the system.
-    const std::string text = answer.buffer.c_str();
-    EXPECT_EQ(text.substr(start.size()).find_first_not_of("0123456789ABCDEF"), 8U) << text;
-    EXPECT_EQ(text.substr(start.size() + 8, 4), "&os=");
-    EXPECT_EQ(text.size(), start.size() + 13) << text;
-    ExpectText(answer, text);
+    const std::string answer = DispatchForm(c.printerA, c.printerB, c.topic, c.languageId);
+    const std::size_t country = answer.find("ctry=") + 5;
+    EXPECT_EQ(answer.substr(0, country), c.expected);
+    EXPECT_EQ(answer.find_first_not_of("0123456789ABCDEF", country), country + 8) << answer;
+    EXPECT_EQ(answer.substr(country + 8, 4), "&os=");
+    EXPECT_EQ(answer.size(), country + 13) << answer;
   }
 }
 
 TEST(WebCgiUrl, NeedsOneByteMoreThanTheNul) {
-  const std::string address = DispatchForm(12, 34, 1, 0x0407).buffer.c_str();
-  for (const std::size_t size : {std::size_t{1}, DispatchBase.size() + 1, address.size() + 1}) {
-    const Answer answer = DispatchForm(12, 34, 1, 0x0407, size);
-    EXPECT_EQ(answer.code, 42U) << size;
-    ExpectText(answer, "");
+  const std::string whole = DispatchForm(12, 34, 1, 0x0407);
+  const std::size_t length = DispatchBase.size() + whole.size() - sizeof "0 @" + 1;
+  EXPECT_EQ(DispatchForm(12, 34, 1, 0x0407, length + 2), whole);
+  for (const std::size_t size : {std::size_t{1}, DispatchBase.size() + 1, length + 1}) {
+    EXPECT_EQ(DispatchForm(12, 34, 1, 0x0407, size), "42 ") << size;
   }
-  const Answer answer = DispatchForm(12, 34, 1, 0x0407, address.size() + 2);
-  EXPECT_EQ(answer.code, 0U);
-  ExpectText(answer, address);
-}
-
-TEST(WebCgiUrl, EmptiesTheBufferOnABadArgument) {
-  for (const uint32_t topic : {0U, 9U}) {
-    const Answer answer = DispatchForm(12, 34, topic, 0x0407);
-    EXPECT_EQ(answer.code, 1U);
-    ExpectText(answer, "");
-  }
-  const Answer answer = DispatchForm(12, 34, 1, 0x0407, 0);
-  EXPECT_EQ(answer.code, 1U);
-  ExpectText(answer, "");
+  // A bad argument empties the buffer.
+  EXPECT_EQ(DispatchForm(12, 34, 0, 0x0407), "1 ");
+  EXPECT_EQ(DispatchForm(12, 34, 9, 0x0407), "1 ");
+  EXPECT_EQ(DispatchForm(12, 34, 1, 0x0407, 0), "1 ");
   EXPECT_EQ(HvWebGetCGIURL(12, 34, 1, 0x0407, nullptr, 150, 0), 1U);
 }
 

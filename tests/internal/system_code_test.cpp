@@ -2,18 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "web/support_address.h"
 
 TEST(SystemCode, DependsOnPlatformAndVersion) {
-  const struct {
-    hv::platform::OsVersion version;  // major, minor, platform
-    uint32_t code;
-  } cases[] = {
+  // version: major, minor, platform
+  const std::pair<hv::platform::OsVersion, uint32_t> cases[] = {
       {{3, 1, 0}, 1}, {{4, 10, 1}, 1}, {{6, 0, 1}, 1}, {{3, 51, 2}, 2}, {{4, 0, 2}, 2},
       {{5, 0, 2}, 3}, {{5, 1, 2}, 5},  {{6, 0, 2}, 3}, {{6, 2, 2}, 5},  {{5, 0, 3}, 2},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(hv::SystemCodeOf(c.version), c.code)
-        << c.version.platform << ": " << c.version.major << "." << c.version.minor;
+  for (const auto& [version, code] : cases) {
+    EXPECT_EQ(hv::SystemCodeOf(version), code)
+        << version.platform << ": " << version.major << "." << version.minor;
   }
 }

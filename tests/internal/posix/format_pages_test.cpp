@@ -4,6 +4,7 @@
 
 #include <span>
 #include <string>
+#include <utility>
 
 #include "fontconv/pcl_font_stream.h"
 #include "fonts/pfm_header.h"
@@ -29,10 +30,7 @@ std::string RowsOf(std::span<const PackedField> table) {
 }
 
 TEST(FormatPages, HaveTheTablesOfTheCode) {
-  const struct {
-    const char* page;
-    std::span<const PackedField> table;
-  } cases[] = {
+  const std::pair<const char*, std::span<const PackedField>> cases[] = {
       {"pcl-soft-font", hv::SoftFontDescriptorTable},
       {"pcl-soft-font", hv::PclCharacterTable},
       {"pfm", hv::PfmHeaderTable},
@@ -42,11 +40,11 @@ TEST(FormatPages, HaveTheTablesOfTheCode) {
       {"zip", hv::DirectoryEntry},
       {"zip", hv::EndOfDirectory},
   };
-  for (const auto& c : cases) {
-    const std::string path = std::string(TEST_SOURCE_FOLDER "/docs/formats/") + c.page + ".md";
-    EXPECT_NE(hvtest::ReadFile(path).find("\n" + RowsOf(c.table)), std::string::npos)
+  for (const auto& [page, table] : cases) {
+    const std::string path = std::string(TEST_SOURCE_FOLDER "/docs/formats/") + page + ".md";
+    EXPECT_NE(hvtest::ReadFile(path).find("\n" + RowsOf(table)), std::string::npos)
         << path << " lacks\n"
-        << RowsOf(c.table);
+        << RowsOf(table);
   }
 }
 
