@@ -1,5 +1,4 @@
-// Long random sequences of reads and edits on one open file: each gives and leaves what it does on
-// a file of the same lines that was just opened.
+// Long random sequences of reads and edits, the same on an INI file and on a plain model of it.
 
 #include <gtest/gtest.h>
 
@@ -9,15 +8,15 @@
 
 #include "hvapi.h"
 #include "support/ini_handle.h"
+#include "support/ini_model.h"
 #include "support/test_folder.h"
 
 namespace {
 
-using hvtest::LinesOf;
-using hvtest::OpenIni;
+using hvtest::IniModel;
+using hvtest::MaybeText;
 
-constexpr int Steps = 1000;
-constexpr int StepsOfOneFile = 20;
+constexpr int Steps = 2000;
 
 // The same numbers on every system (xorshift32).
 class Numbers {
@@ -38,76 +37,176 @@ class Numbers {
   uint32_t state_;
 };
 
-// One call of an export with a place for the cursor before it.
-class Operation {
+class Sequence {
  public:
-  explicit Operation(Numbers& numbers)
-      : kind_(numbers.Below(18)),
-        hasSection_(numbers.OneIn(2)),
-        hasKey_(!numbers.OneIn(8)),
-        hasValue_(numbers.OneIn(2)),
-        place_(Section(numbers)),
-        section_(Section(numbers)),
-        key_(Key(numbers)),
-        value_(numbers.Pick({"", "1", "2", "one", "ONE", "x=y", " padded", "]", "[s]"})) {}
+  Sequence(uint32_t seed, const std::string& lineEnd, uint32_t mode)
+      : numbers_(seed), mode_(mode), path_(folder_.Add("sequence.ini", FirstBytes(lineEnd))) {
+    Open();
+  }
+  ~Sequence() {
+    if (ini_ != nullptr) HvIniClose(ini_);
+  }
+  Sequence(const Sequence&) = delete;
+  Sequence& operator=(const Sequence&) = delete;
 
-  // What the call and a read at the cursor give.
-  std::string Do(HvIniHandle* ini) const {
-    HvIniRead(ini, nullptr, "in no section");  // clears the cursor
-    HvIniRead(ini, place_.c_str(), nullptr);
-    const std::string result = Call(ini);
-    return result + " | " + HvIniRead(ini, nullptr, nullptr);
+  void Step() {
+    switch (numbers_.Below(20)) {
+      case 0:
+      case 1:
+      case 2:
+      case 3:
+      case 4:
+      case 5:
+        return Write(&HvIniWrite, &IniModel::Write);
+      case 6:
+      case 7:
+      case 8:
+        return Write(&HvIniWriteAll, &IniModel::WriteAll);
+      case 9:
+      case 10:
+      case 11:
+        return Delete();
+      case 12:
+      case 13:
+      case 14:
+        return Read();
+      case 15:
+      case 16:
+      case 17:
+      case 18:
+        return Read2();
+      default:
+        if (numbers_.OneIn(3)) Reopen();
+    }
+  }
+
+  void ExpectSame() {
+    ASSERT_NE(ini_, nullptr);
+    ASSERT_EQ(hvtest::LinesOf(*ini_), model_->Lines());
+    ASSERT_EQ(+ini_->maxLineLength, model_->MaxLineLength());
+    ASSERT_EQ((ini_->flags & INI_DIRTY) != 0, model_->IsDirty());
+  }
+
+  // Closes both files, compares the bytes and opens them again.
+  void Reopen() {
+    const std::string before = hvtest::ReadFile(path_);
+    ASSERT_EQ(HvIniClose(ini_), 1U);
+    ini_ = nullptr;
+    ASSERT_EQ(hvtest::ReadFile(path_), model_->IsDirty() ? model_->Bytes() : before);
+    Open();
   }
 
  private:
-  static std::string Section(Numbers& numbers) {
-    return numbers.Pick({"s", "S", "Two words", "TWO WORDS", "t", "", "[odd", "a=]"});
+  void Open() {
+    model_.emplace(hvtest::ReadFile(path_), mode_ == INI_OPEN_READ);
+    ini_ = HvIniOpen2(path_.c_str(), mode_);
+  }
+
+  std::string FirstBytes(const std::string& lineEnd) {
+    std::string bytes;
+    for (int i = 0; i < 120; ++i) {
+      switch (numbers_.Below(8)) {
+        case 0:
+          bytes += "[" + Section() + "]";
+          break;
+        case 1:
+          bytes += numbers_.Pick({"", "  ", "; a comment", ";x = y", "stray", " [s]"});
+          break;
+        default:
+          bytes +=
+              Key() + numbers_.Pick({"", " ", "   "}) + "=" + Value() + numbers_.Pick({"", "  "});
+      }
+      bytes += lineEnd;
+    }
+    return bytes;
+  }
+
+  std::string Section() {
+    return numbers_.Pick({"s", "S", "Two words", "TWO WORDS", "t", "", "[odd", "a=]"});
   }
   // Few enough to meet again, enough to make an index grow.
-  static std::string Key(Numbers& numbers) {
-    if (numbers.OneIn(3)) return numbers.Pick({"n", "N"}) + std::to_string(numbers.Below(90));
-    if (numbers.OneIn(30)) return numbers.Pick({"[a", "k=k"});
-    return numbers.Pick({"a", "A", "b", "key", "Key", "", "stray", "; a comment"});
+  std::string Key() {
+    if (numbers_.OneIn(3)) return numbers_.Pick({"n", "N"}) + std::to_string(numbers_.Below(90));
+    if (numbers_.OneIn(30)) return numbers_.Pick({"[a", "k=k", std::string(1018, 'L')});
+    return numbers_.Pick({"a", "A", "b", "key", "Key", "", "stray", "; a comment"});
+  }
+  std::string Value() {
+    if (numbers_.OneIn(40)) return std::string(1000 + numbers_.Below(30), 'v');
+    return numbers_.Pick({"", "1", "2", "one", "ONE", "x=y", " padded", "]", "[s]"});
+  }
+  MaybeText Maybe(const std::string& text, uint32_t nullOneIn) {
+    return numbers_.OneIn(nullOneIn) ? MaybeText() : text;
+  }
+  static const char* Argument(const MaybeText& text) { return text ? text->c_str() : nullptr; }
+
+  using WriteExport = decltype(&HvIniWrite);
+  using WriteModel = decltype(&IniModel::Write);
+  void Write(WriteExport write, WriteModel modelWrite) {
+    const std::string section = Section();
+    const std::string key = Key();
+    const std::string value = Value();
+    EXPECT_EQ(write(ini_, section.c_str(), key.c_str(), value.c_str()) != 0,
+              (*model_.*modelWrite)(section, key, value));
   }
 
-  std::string Call(HvIniHandle* ini) const {
-    const char* const section = section_.c_str();
-    const char* const key = hasKey_ ? key_.c_str() : nullptr;
-    const char* const value = hasValue_ ? value_.c_str() : nullptr;
-    if (kind_ < 6) return std::to_string(HvIniWrite(ini, section, key_.c_str(), value_.c_str()));
-    if (kind_ < 9) return std::to_string(HvIniWriteAll(ini, section, key_.c_str(), value_.c_str()));
-    if (kind_ < 12) return std::to_string(HvIniDelete(ini, section, key, value));
-    if (kind_ < 14) return HvIniRead(ini, hasSection_ ? section : nullptr, key);
-    char buffer[4];
-    uint32_t count = 0;
-    const uint32_t code =
-        HvIniRead2(ini, section, key_.c_str(), value, buffer, sizeof buffer, &count);
-    return std::to_string(code) + " " + std::string(buffer, count);
+  void Delete() {
+    const std::string section = Section();
+    const MaybeText key = Maybe(Key(), 8);
+    const MaybeText value = Maybe(Value(), 2);
+    EXPECT_EQ(HvIniDelete(ini_, section.c_str(), Argument(key), Argument(value)), 1U);
+    model_->Delete(section, key, value);
   }
 
-  uint32_t kind_;
-  bool hasSection_, hasKey_, hasValue_;
-  std::string place_, section_, key_, value_;
+  void Read() {
+    const MaybeText section = Maybe(Section(), 2);
+    const MaybeText key = Maybe(Key(), 2);
+    EXPECT_EQ(HvIniRead(ini_, Argument(section), Argument(key)),
+              model_->Read(section, key).value_or(""));
+  }
+
+  void Read2() {
+    const std::string section = Section();
+    const std::string key = Key();
+    const MaybeText defaultValue = Maybe(Value(), 2);
+    const std::size_t size = 1 + numbers_.Below(6);
+    const IniModel::Copy expected = model_->Read2(section, key, defaultValue, size);
+    std::string buffer(8, '#');
+    uint32_t count = 99;
+    EXPECT_EQ(HvIniRead2(ini_, section.c_str(), key.c_str(), Argument(defaultValue), buffer.data(),
+                         static_cast<uint32_t>(size), &count),
+              expected.code);
+    EXPECT_EQ(count, expected.text.size());
+    std::string expectedBuffer = expected.text;
+    if (expected.code == HV_OK) expectedBuffer += '\0';
+    expectedBuffer.resize(buffer.size(), '#');
+    EXPECT_EQ(buffer, expectedBuffer);
+  }
+
+  hvtest::TestFolder folder_;
+  Numbers numbers_;
+  uint32_t mode_;
+  std::string path_;
+  std::optional<IniModel> model_;
+  HvIniHandle* ini_ = nullptr;
 };
 
-TEST(IniSequence, GoesOnAsAFileOpenedAfresh) {
-  for (const uint32_t seed : {1U, 2U, 3U, 4U}) {
-    const hvtest::TestFolder folder;
-    Numbers numbers(seed);
-    const OpenIni ini(HvIniOpen2((folder / "kept.ini").c_str(), INI_OPEN_REPLACE));
-    OpenIni fresh;
+TEST(IniSequence, AgreesWithTheModel) {
+  const struct {
+    uint32_t seed;
+    const char* lineEnd;
+    uint32_t mode;
+  } cases[] = {
+      {1, "\n", INI_OPEN_UPDATE}, {2, "\r\n", INI_OPEN_UPDATE}, {3, "\r\n", INI_OPEN_READ},
+      {4, "\n", INI_OPEN_READ},   {5, "\r\n", INI_OPEN_APPEND}, {6, "\n", INI_OPEN_APPEND},
+  };
+  for (const auto& c : cases) {
+    Sequence sequence(c.seed, c.lineEnd, c.mode);
     for (int step = 0; step < Steps && !testing::Test::HasFailure(); ++step) {
-      SCOPED_TRACE(testing::Message() << "seed " << seed << ", step " << step);
-      if (step % StepsOfOneFile == 0) {
-        std::string lines;
-        for (const std::string& line : LinesOf(*ini)) lines += line + "\n";
-        fresh.reset(HvIniOpen2(folder.Add("new.ini", lines).c_str(), INI_OPEN_UPDATE));
-      }
-      const Operation operation(numbers);
-      ASSERT_EQ(operation.Do(ini.get()), operation.Do(fresh.get()));
-      ASSERT_EQ(LinesOf(*ini), LinesOf(*fresh));
+      SCOPED_TRACE(testing::Message() << "seed " << c.seed << ", step " << step);
+      sequence.Step();
+      sequence.ExpectSame();
     }
-    EXPECT_GT(LinesOf(*ini).size(), 60U);
+    sequence.Reopen();
   }
 }
 
