@@ -3,21 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "hvapi.h"
-#include "pclxl/job_reader.h"
-#include "show/explainer.h"
 #include "support/damage.h"
+#include "support/explained.h"
 #include "support/font_files.h"
 #include "support/job_filter_model.h"
 #include "support/macro_files.h"
 #include "support/pclxl_jobs.h"
+#include "support/pclxl_reading.h"
 
 namespace {
 
@@ -25,8 +23,7 @@ namespace fs = std::filesystem;
 using hvtest::Bytes;
 using hvtest::MacroInfo;
 using hvtest::MacroJob;
-
-const std::string Uel = "\x1B%-12345X";
+using hvtest::Uel;
 
 // The name that a refused source leaves is the one before.
 bool IsValidated(int32_t emulation, uint32_t flags) {
@@ -97,26 +94,12 @@ TEST(JobDamage, OfMacrosIsValidatedAndFilteredOrRefused) {
   }
 }
 
-// The result of reading a job that comes in pieces.
-uint32_t ReadPclXl(const std::string& job, std::size_t piece) {
-  std::size_t at = 0;
-  hv::PclXlJobReader reader(
-      [&](uint8_t* buffer, std::size_t size) {
-        const std::size_t part =
-            job.copy(reinterpret_cast<char*>(buffer), std::min(size, piece), at);
-        at += part;
-        return part;
-      },
-      nullptr);
-  return reader.Read();
-}
-
 TEST(JobDamage, OfPclXlHasOneResultInWhateverPieces) {
   const std::string job = hvtest::PclXlSampleJob();
   const auto read = [&](const std::string& damaged) {
-    const uint32_t result = ReadPclXl(damaged, damaged.size());
-    EXPECT_EQ(result, ReadPclXl(damaged, 1));
-    EXPECT_EQ(result, ReadPclXl(damaged, 7));
+    const uint32_t result = hvtest::ReadPclXl(damaged).result;
+    EXPECT_EQ(result, hvtest::ReadPclXl(damaged, 1).result);
+    EXPECT_EQ(result, hvtest::ReadPclXl(damaged, 7).result);
     EXPECT_TRUE(damaged.size() == job.size() || result == hv::PclXlEnded) << result;
     return result == hv::PclXlOk;
   };
@@ -141,20 +124,8 @@ TEST(JobDamage, OfCommandTextsIsSentOrRefused) {
   }
 }
 
-// Pieces cover the bytes, each once and in order.
 bool IsExplained(const std::string& bytes) {
-  std::istringstream stream(bytes);
-  std::size_t end = 0;
-  const auto check = [&](const hvtool::Piece& piece) {
-    EXPECT_EQ(piece.offset, end);
-    EXPECT_NE(piece.length, 0U);
-    EXPECT_FALSE(piece.meaning.empty());
-    EXPECT_LE(piece.bytes.size(), piece.length);
-    EXPECT_EQ(bytes.compare(end, piece.bytes.size(), piece.bytes), 0);
-    end += static_cast<std::size_t>(piece.length);
-  };
-  hvtool::Explainer(&stream, check, false).Run();
-  EXPECT_EQ(end, bytes.size());
+  hvtest::Explained(bytes);
   return true;
 }
 

@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 
-#include "pclxl/job_reader.h"
 #include "pclxl/stream_conversion.h"
 #include "support/jobs.h"
 #include "support/pclxl_jobs.h"
+#include "support/pclxl_reading.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -41,28 +40,8 @@ Conversion Convert(const std::string& job, const char* name = "Logo", uint32_t e
   return conversion;
 }
 
-// The reader over a job in memory, which it gets in pieces.
-class MemoryReader {
- public:
-  MemoryReader(const std::string& job, std::size_t piece)
-      : reader_(
-            [this, job, piece](uint8_t* buffer, std::size_t size) {
-              const std::size_t part =
-                  job.copy(reinterpret_cast<char*>(buffer), std::min(size, piece), at_);
-              at_ += part;
-              return part;
-            },
-            nullptr) {}
-
-  hv::PclXlJobReader* operator->() { return &reader_; }
-
- private:
-  std::size_t at_ = 0;
-  hv::PclXlJobReader reader_;
-};
-
 uint32_t Read(const std::string& job) {
-  return MemoryReader(job, job.size())->Read();
+  return ReadPclXl(job).result;
 }
 
 std::string OnePage(const std::string& operators) {
@@ -218,25 +197,15 @@ TEST(PclXlConversion, KeepsPagesAcrossItsBuffers) {
 }
 
 TEST(PclXlConversion, SaysWhereItStopped) {
-  struct Case {
-    std::string afterHeader;
-    int tag;
-    std::size_t offset;
+  const std::string begin = Header + Settings + PageBegin;
+  const std::pair<std::string, PclXlReading> cases[] = {
+      {begin + "\x6B\xC0\x01\xF8\x8B\x5E", {52, 0x5E, begin.size() + 5}},
+      {begin + "\x6B\x7E", {3, 0x7E, begin.size() + 1}},
+      {begin + "\x6B", {1, 0x6B, begin.size() + 1}},
+      {begin + PageEnd + "\x43", {51, 0x43, begin.size() + PageEnd.size()}},
   };
-  const std::size_t page = Header.size() + Settings.size() + PageBegin.size();
-  const Case cases[] = {
-      {Settings + PageBegin + "\x6B\xC0\x01\xF8\x8B\x5E", 0x5E, page + 5},
-      {Settings + PageBegin + "\x6B\x7E", 0x7E, page + 1},
-      {Settings + PageBegin + "\x6B", 0x6B, page + 1},
-      {Settings + PageBegin + PageEnd + "\x43", 0x43, page + PageEnd.size()},
-  };
-  for (const Case& each : cases) {
-    // Byte by byte: no part of the job may depend on what a read brings.
-    MemoryReader reader(Header + each.afterHeader, 1);
-    EXPECT_NE(reader->Read(), hv::PclXlOk);
-    EXPECT_EQ(reader->LastOperator(), each.tag);
-    EXPECT_EQ(reader->LastOffset(), each.offset);
-  }
+  // Byte by byte: no part of the job may depend on what a read brings.
+  for (const auto& [job, reading] : cases) EXPECT_EQ(ReadPclXl(job, 1), reading);
 }
 
 TEST(PclXlConversion, FailsOverItsWorkFiles) {
