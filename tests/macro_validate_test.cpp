@@ -87,6 +87,7 @@ TEST_F(MacroValidate, KnowsAMacroByItsEndsAndFindsNameAndPlace) {
     Finding found;
   } cases[] = {
       {5, 0, "\x1B&f12y0Xbody\x1B&f1X", Numbered(12)},
+      {5, 0, "\x1B&f12y0Xbody\x1B&f1Xabc", Numbered(12)},
       {5, 0, "\x1B&f12y0Xbody\x1B&f1xabc", Numbered(12)},
       {5, 0, "\x1B&f12y0Xbody\x1B&f1X\n", Numbered(12)},
       {5, 0, "\x1B&f12y0Xbody\x1B&f1Xabcdef", Numbered(12)},
