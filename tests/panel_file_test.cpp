@@ -243,7 +243,6 @@ TEST(PanelPages, HaveDefaultsAndVariables) {
   };
   text(0);
   const std::tuple<uint32_t, uint32_t, const char*> defaults[] = {
-      {1, 24, "2: 10 00 05 00 00 00 11 00 07 00 00 00"},
       {1, 12, "2: 10 00 05 00 00 00 11 00 07 00 00 00"},
       {1, 11, "-1: 0C 00"},
       {1, 2, "-1: 0C 00"},
@@ -256,7 +255,6 @@ TEST(PanelPages, HaveDefaultsAndVariables) {
       {6, 120000, "20000: 01 00 02 00 00 00"},
       {7, 24, "-3:"},
       {8, 6, "1:"},
-      {9, 24, "-2:"},
   };
   for (const auto& [page, size, expected] : defaults) {
     auto* const entries = reinterpret_cast<HvPageDefault*>(buffer.data());

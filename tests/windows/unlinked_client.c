@@ -1,11 +1,9 @@
-/*
- * A client that nobody linked to the library: it loads HvApiW32.dll, looks every export up by its
- * plain name and calls it by the standard calling convention. Each call is made with every
- * alignment that a stack may have, and the stack pointer is checked behind it, so that a function
- * which takes another number of arguments than its clients push does not go unnoticed.
- *
- * Prints one line a check, "ok ..." or "not ok ...", and ends with the counts.
- */
+// A client that nobody linked to the library: it loads HvApiW32.dll, looks every export up by its
+// plain name and calls it by the standard calling convention. Each call is made with every
+// alignment that a stack may have, and the stack pointer is checked behind it, so that a function
+// which takes another number of arguments than its clients push does not go unnoticed.
+//
+// Prints one line a check, "ok ..." or "not ok ...", and ends with the counts.
 #include <stdint.h>
 #include <stdio.h>
 #include <string.h>
@@ -23,7 +21,7 @@ static void Check(int holds, const char* what, const char* name) {
   }
 }
 
-/* The exports by how many arguments, of 4 bytes each, their clients push: 1, 2, ... */
+// The exports by how many arguments, of 4 bytes each, their clients push: 1, 2, ...
 static const char* const Exports[] = {
     "HvDatCloseFile HvDatQueryFilesFree HvFonFindFree HvFilExists HvFilQuerySize "
     "HvParseOptionInfo HvFreeOptionInfo HvParseJobAccountingAlert HvFreeJobAccount "
@@ -47,7 +45,7 @@ enum { MostArguments = sizeof Exports / sizeof Exports[0] };
 
 static HMODULE library;
 
-/* How many names the export table of a loaded module holds. */
+// How many names the export table of a loaded module holds.
 static DWORD CountNames(HMODULE module) {
   const BYTE* base = (const BYTE*)module;
   const IMAGE_DOS_HEADER* dos = (const IMAGE_DOS_HEADER*)base;
@@ -64,13 +62,11 @@ static uint32_t Address(const void* p) {
   return (uint32_t)(uintptr_t)p;
 }
 
-/* ---- calls with an eye on the stack ---- */
+// ---- calls with an eye on the stack ----
 
-/*
- * Pushes the arguments on a stack that stands `misalignment` bytes below a multiple of 16 and calls
- * the function. Returns its result; `left` receives how many bytes of arguments it left behind
- * (negative when it took more than there were).
- */
+// Pushes the arguments on a stack that stands `misalignment` bytes below a multiple of 16 and calls
+// the function. Returns its result; `left` receives how many bytes of arguments it left behind
+// (negative when it took more than there were).
 static uint32_t CallOnStack(FARPROC function, const uint32_t* arguments, uint32_t count,
                             uint32_t misalignment, int32_t* left) {
   uint32_t result;
@@ -98,10 +94,8 @@ static uint32_t CallOnStack(FARPROC function, const uint32_t* arguments, uint32_
   return result;
 }
 
-/*
- * Fills the arguments of a call that does nothing: zeros, which exports refuse, but for those that
- * trust what they are given. These get a record to fill, or a fresh handle and empty texts.
- */
+// Fills the arguments of a call that does nothing: zeros, which exports refuse, but for those that
+// trust what they are given. These get a record to fill, or a fresh handle and empty texts.
 static void FillArguments(const char* name, uint32_t count, uint32_t arguments[MostArguments]) {
   enum { BufferSize = 5 };
   static char scratch[1024];
@@ -116,7 +110,7 @@ static void FillArguments(const char* name, uint32_t count, uint32_t arguments[M
   }
 }
 
-/* Calls an export at every alignment of the stack. */
+// Calls an export at every alignment of the stack.
 static void CheckStack(const char* name, uint32_t count) {
   const FARPROC function = GetProcAddress(library, name);
   int32_t left = 0;
@@ -131,7 +125,7 @@ static void CheckStack(const char* name, uint32_t count) {
   Check(left == 0, "takes its arguments from the stack:", name);
 }
 
-/* Checks all exports and returns their number. */
+// Checks all exports and returns their number.
 static int CheckStacks(void) {
   int exports = 0;
   for (uint32_t i = 0; i < MostArguments; ++i) {
@@ -145,7 +139,7 @@ static int CheckStacks(void) {
   return exports;
 }
 
-/* ---- calls as an application makes them ---- */
+// ---- calls as an application makes them ----
 
 static uint32_t linesSeen;
 
