@@ -352,35 +352,36 @@ TEST(PclPfm, ReadsTheStreamAsAPrinterDoes) {
 
 TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
   const TestFolder folder;
-  Head extended(72);
-  extended.Byte(2, 9).Word(14, 277).Name("Name");
-  Head unbound(88);
-  unbound.Byte(2, 11).Name("Name");
-  const std::string fixed = folder.Add("a.sfp", FixedFont());
-  const std::string nine = folder.Add("b.sfp", extended.Command());
-  const std::string five = folder.Add("c.sfp", extended.Byte(2, 5).Command());
-  const std::string scalable = folder.Add("d.sfs", unbound.Command());
-  const struct {
-    const std::string& described;
-    int32_t fixed;
-    int32_t nine;
-    int32_t five;
-  } cases[] = {{fixed, HV_OK, 27, 27},
-               {nine, 27, HV_OK, HV_OK},
-               {five, 27, 27, HV_OK},
-               {scalable, HV_OK, 27, 27}};
-  for (const auto& c : cases) {
-    ASSERT_EQ(hvtest::DescribeFont(c.described).code, HV_OK);
+  const auto add = [&](int format, std::size_t size) {
+    return folder.Add(std::to_string(format) + "." + std::to_string(size),
+                      Head(size).Byte(2, format).Word(14, 277).Name("Name").Command());
+  };
+  const std::string fixed = folder.Add("0.64", FixedFont());
+  const std::string five = add(5, 72);
+  const std::string nine = add(9, 72);
+  const std::string scalable = add(11, 88);
+  // Which of the first three can be converted when one of another format was described last.
+  const auto expect = [&](const std::string& described, int32_t zero, int32_t of5, int32_t of9) {
+    hvtest::DescribeFont(described);
     // No conversion changes it, the longer one included.
     for (const int32_t type : {Described, Plain}) {
       const auto convert = [&](const std::string& source) {
         return hvtest::Convert(source, folder / "out.pfm", type);
       };
-      EXPECT_EQ(convert(fixed), c.fixed) << c.described;
-      EXPECT_EQ(convert(nine), c.nine) << c.described;
-      EXPECT_EQ(convert(five), c.five) << c.described;
+      EXPECT_EQ(convert(fixed), zero) << described;
+      EXPECT_EQ(convert(five), of5) << described;
+      EXPECT_EQ(convert(nine), of9) << described;
       EXPECT_EQ(convert(scalable), HV_UNUSABLE_FILE);
     }
+  };
+  expect(nine, 27, HV_OK, HV_OK);
+  expect(fixed, HV_OK, 27, 27);
+  expect(add(12, 92), 27, HV_OK, HV_OK);
+  expect(add(0, 72), 27, HV_OK, HV_OK);  // of no known size: all stays as it was
+  expect(five, 27, HV_OK, 27);
+  for (const auto& [format, size] : {std::pair{11, 88U}, {10, 80}, {15, 72}, {20, 68}}) {
+    expect(nine, 27, HV_OK, HV_OK);
+    expect(add(format, size), HV_OK, 27, 27);
   }
 }
 

@@ -209,80 +209,65 @@ TEST(PfbInfo, TakesNameAndEncodingFromTheFirst39CharactersOfALine) {
 }
 
 TEST(Type1Info, LooksForCompanionsAsTheModeSays) {
-  const struct {
-    uint32_t mode;
-    std::vector<const char*> there;
-    uint32_t code;
-    bool path1;
-    bool path2;
-  } cases[] = {
-      {0, {}, HV_OK, false, false},
-      {1, {"AFM", "PFM"}, HV_OK, false, false},
-      {3, {"AFM", "PFM"}, HV_OK, false, false},
-      {2, {}, HV_NOT_SUPPORTED, false, false},
-      {2, {"PFM", "INF"}, HV_NOT_SUPPORTED, false, false},
-      {2, {"AFM"}, HV_OK, true, true},
-      {4, {}, HV_NOT_SUPPORTED, false, false},
-      {4, {"AFM"}, HV_NOT_SUPPORTED, false, false},
-      {4, {"INF"}, HV_NOT_SUPPORTED, false, false},
-      {4, {"INF", "AFM"}, HV_OK, true, true},
-      {4, {"PFM"}, HV_OK, false, true},
-      {4, {"PFM", "INF", "AFM"}, HV_OK, false, true},
-      {5, {}, HV_OK, false, false},
-      {5, {"AFM"}, HV_OK, false, false},
-      {5, {"INF"}, HV_OK, false, false},
-      {5, {"INF", "AFM"}, HV_OK, true, true},
-      {5, {"PFM"}, HV_OK, false, true},
+  // For nothing, AFM, INF, both, PFM, and PFM with each of these: "-" not supported, else the
+  // companions that are told of.
+  const std::string expected[] = {
+      "0 0 0 0 0 0 0 0 ", "0 0 0 0 0 0 0 0 ", "- 2 - 2 - 2 - 2 ",
+      "0 0 0 0 0 0 0 0 ", "- - - 2 1 1 1 1 ", "0 0 0 2 1 1 1 1 ",
   };
   for (const std::string file : {"font.pfa", "font.pfb"}) {
-    for (const auto& c : cases) {
-      SCOPED_TRACE(file + " mode " + std::to_string(c.mode));
-      const TestFolder folder;
-      folder.Add(file, hvtest::Type1Head("Times", "StandardEncoding"));
-      for (const char* const companion : c.there) folder.Add(std::string("font.") + companion, "");
-      const DescribedFont font = DescribeFont(folder / file, c.mode, 0);
-      EXPECT_EQ(font.code, c.code) << " with " << c.there.size();
-      EXPECT_STREQ(font.info.name, "Times");
-      EXPECT_EQ(font.info.companionPath1, c.path1 ? folder / "font.AFM" : "");
-      EXPECT_EQ(font.info.companionPath2, c.path2 ? folder / "font.PFM" : "");
+    for (uint32_t mode = 0; mode < std::size(expected); ++mode) {
+      std::string found;
+      for (unsigned there = 0; there < 8; ++there) {
+        const TestFolder folder;
+        folder.Add(file, hvtest::Type1Head("Times", "StandardEncoding"));
+        for (const auto& [bit, name] :
+             {std::pair{1U, "font.AFM"}, {2, "font.INF"}, {4, "font.PFM"}}) {
+          if ((there & bit) != 0) folder.Add(name, "");
+        }
+        const DescribedFont font = DescribeFont(folder / file, mode, 0);
+        EXPECT_STREQ(font.info.name, "Times");
+        const std::string path1 = font.info.companionPath1;
+        const std::string path2 = font.info.companionPath2;
+        EXPECT_TRUE(path1.empty() || path1 == folder / "font.AFM") << path1;
+        EXPECT_TRUE(path2.empty() || path2 == folder / "font.PFM") << path2;
+        EXPECT_TRUE(path1.empty() || !path2.empty());
+        if (font.code == HV_OK) {
+          found += path2.empty() ? "0 " : path1.empty() ? "1 " : "2 ";
+        } else {
+          EXPECT_EQ(font.code, HV_NOT_SUPPORTED);
+          found += "- ";
+        }
+      }
+      EXPECT_EQ(found, expected[mode]) << file << " mode " << mode;
     }
   }
 }
 
 TEST(AfmInfo, NeedsItsFontAndInSomeModesItsInf) {
-  const struct {
-    uint32_t mode;
-    std::vector<const char*> there;
-    uint32_t code;
-    const char* name;
-    const char* description;
-  } cases[] = {
-      {0, {"PFB"}, HV_OK, "Times-Bold", ""},
-      {0, {}, HV_NOT_SUPPORTED, "Times-Bold", ""},
-      {5, {}, HV_OK, "", ""},
-      {4, {}, HV_NOT_SUPPORTED, "", ""},
-      {4, {"INF"}, HV_NOT_SUPPORTED, "Times-Bold", "Times,BOLDITALIC"},
-      {5, {"INF"}, HV_NOT_SUPPORTED, "Times-Bold", "Times,BOLDITALIC"},
-      {4, {"INF", "PFB"}, HV_OK, "Times-Bold", "Times,BOLDITALIC"},
-      {2, {"INF", "PFB"}, HV_OK, "Times-Bold", "Times,BOLDITALIC"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.mode);
+  const auto expect = [](uint32_t mode, bool inf, bool pfb, uint32_t code, bool described) {
+    SCOPED_TRACE(mode);
     const TestFolder folder;
     const std::string path = folder.Add("font.afm", hvtest::AfmFile("Times-Bold"));
-    for (const char* const companion : c.there) {
-      folder.Add(std::string("font.") + companion, "MSMenuName (Times)\r\nVPStyle (T)\r\n");
-    }
-    const bool hasFont = std::filesystem::exists(folder / "font.PFB");
-    const DescribedFont font = DescribeFont(path, c.mode);
-    EXPECT_EQ(font.code, c.code);
-    EXPECT_STREQ(font.info.name, c.name);
-    EXPECT_STREQ(font.info.description, c.description);
-    EXPECT_EQ(font.info.flags, *c.name == '\0' ? 0x02U : 0x0AU);
-    EXPECT_EQ(font.info.fontClass, *c.name == '\0' ? 0U : 4U);
-    EXPECT_EQ(font.info.companionPath1, hasFont ? folder / "font.PFB" : "");
-    EXPECT_EQ(DescribeFont(path, c.mode, 0).code, HV_UNUSABLE_FILE);
-  }
+    if (inf) folder.Add("font.INF", "MSMenuName (Times)\r\nVPStyle (T)\r\n");
+    if (pfb) folder.Add("font.PFB", "");
+    const DescribedFont font = DescribeFont(path, mode);
+    EXPECT_EQ(font.code, code);
+    EXPECT_STREQ(font.info.name, described ? "Times-Bold" : "");
+    EXPECT_STREQ(font.info.description, inf ? "Times,BOLDITALIC" : "");
+    EXPECT_EQ(font.info.flags, described ? 0x0AU : 0x02U);
+    EXPECT_EQ(font.info.fontClass, described ? 4U : 0U);
+    EXPECT_EQ(font.info.companionPath1, pfb ? folder / "font.PFB" : "");
+    EXPECT_EQ(DescribeFont(path, mode, 0).code, HV_UNUSABLE_FILE);
+  };
+  expect(0, false, true, HV_OK, true);
+  expect(0, false, false, HV_NOT_SUPPORTED, true);
+  expect(5, false, false, HV_OK, false);
+  expect(4, false, false, HV_NOT_SUPPORTED, false);
+  expect(4, true, false, HV_NOT_SUPPORTED, true);
+  expect(5, true, false, HV_NOT_SUPPORTED, true);
+  expect(4, true, true, HV_OK, true);
+  expect(2, true, true, HV_OK, true);
 }
 
 TEST(AfmInfo, ReadsMenuNames) {
@@ -359,45 +344,36 @@ TEST(PfmInfo, NamesFaceAndStyle) {
 
 TEST(PfmInfo, ChecksSizeAndOffsets) {
   const TestFolder folder;
-  const struct {
-    std::size_t size;
-    unsigned faceOffset;
-    int behind;     // bytes behind the size that the file states
-    unsigned word;  // at 117
-    bool accepted;
-  } cases[] = {
-      {300, 160, 0, 30, true},
-      {256, 160, 0, 30, true},
-      {255, 160, 0, 30, false},
-      {300, 34, 0, 30, false},
-      {300, 35, 0, 30, true},
-      {3000, 2048, 0, 30, false},
-      {300, 160, 1, 30, false},
-      {300, 160, -1, 30, false},
-      {300, 160, 32, 30, false},
-      {300, 160, 32, 0, true},
-      {300, 160, 31, 0, false},
-      // The offset is free behind a trailer, but it must lie in the file.
-      {3000, 2048, 32, 0, true},
-      {300, 331, 32, 0, true},
-      {300, 332, 32, 0, false},
-      {300, 0xFFFFFFFF, 32, 0, false},
-      {300, 300, 0, 30, false},
-  };
-  for (const auto& c : cases) {
-    std::string bytes = PfmFile{.faceOffset = c.faceOffset, .size = c.size}.Bytes();
-    bytes.replace(117, 2, Le16(c.word));
-    bytes.resize(static_cast<std::size_t>(static_cast<long>(c.size) + c.behind), 'x');
+  // The size that the file states, bytes behind that, the word at 117.
+  const auto expect = [&](std::size_t size, unsigned faceOffset, int behind, unsigned word,
+                          bool accepted) {
+    std::string bytes = PfmFile{.faceOffset = faceOffset, .size = size}.Bytes();
+    bytes.replace(117, 2, Le16(word));
+    bytes.resize(static_cast<std::size_t>(static_cast<int>(size) + behind), 'x');
     // Every offset of the table holds text, so that only the checks decide.
-    if (c.faceOffset < bytes.size()) bytes.replace(c.faceOffset, 1, "F");
-    bytes.replace(105, 4, Le32(c.faceOffset));
+    if (faceOffset < bytes.size()) bytes.replace(faceOffset, 1, "F");
+    bytes.replace(105, 4, Le32(faceOffset));
     // A whole PFM before each, so that nothing of an earlier file can be shown.
     EXPECT_EQ(DescribeFont(folder.Add("before.pfm", PfmFile().Bytes())).code, HV_OK);
     const DescribedFont font = DescribeFont(folder.Add("font.pfm", bytes));
-    EXPECT_EQ(font.code, c.accepted ? HV_OK : HV_UNUSABLE_FILE)
-        << c.size << " " << c.faceOffset << " " << c.behind;
-    EXPECT_EQ(*font.info.name == '\0', !c.accepted);
-  }
+    EXPECT_EQ(font.code, accepted ? HV_OK : HV_UNUSABLE_FILE) << size << " " << faceOffset;
+    EXPECT_EQ(*font.info.name == '\0', !accepted);
+  };
+  expect(300, 160, 0, 30, true);
+  expect(256, 160, 0, 30, true);
+  expect(255, 160, 0, 30, false);
+  expect(300, 34, 0, 30, false);
+  expect(300, 35, 0, 30, true);
+  expect(3000, 2048, 0, 30, false);
+  for (const int behind : {1, -1, 32}) expect(300, 160, behind, 30, false);
+  expect(300, 160, 32, 0, true);
+  expect(300, 160, 31, 0, false);
+  // The offset is free behind a trailer, but it must lie in the file.
+  expect(3000, 2048, 32, 0, true);
+  expect(300, 331, 32, 0, true);
+  expect(300, 332, 32, 0, false);
+  expect(300, 0xFFFFFFFF, 32, 0, false);
+  expect(300, 300, 0, 30, false);
 }
 
 // Takes the cartridge of a record apart.

@@ -1,23 +1,16 @@
-// Parts of the font readers that no export shows alone: paths, byte order, the descriptor family,
-// names of typefaces, device names of metrics.
+// Parts of the font readers that no export shows alone: paths, byte order, device names of metrics.
 
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "fonts/font_paths.h"
-#include "fonts/pcl_header_family.h"
 #include "fonts/pfm_reader.h"
-#include "fonts/round_tenths.h"
-#include "fonts/soft_font_descriptor.h"
-#include "fonts/typeface_names.h"
 #include "support/byte_order.h"
 #include "support/font_files.h"
 #include "support/test_folder.h"
 
 namespace {
-
-using hv::PclFamily;
 
 TEST(FontPaths, ReplaceTheTextBehindTheDotOfTheFileName) {
   const auto expect = [](const char* path, const char* extension, const char* result) {
@@ -59,47 +52,6 @@ TEST(ByteOrder, Swaps) {
   uint32_t doubleWord = 0x123456FE;
   hv::SwapBytes32(&doubleWord);
   EXPECT_EQ(doubleWord, 0xFE563412U);
-}
-
-TEST(RoundTenths, RoundsHalvesUpward) {
-  const auto shown = [](uint64_t numerator, uint64_t denominator) {
-    return hv::FormatTenths(hv::RoundTenths(numerator, denominator), 3);
-  };
-  EXPECT_EQ(shown(1045, 100), " 10.5");
-  EXPECT_EQ(shown(1044, 100), " 10.4");
-  EXPECT_EQ(shown(1, 3), "  0.3");
-  EXPECT_EQ(shown(99995, 100), "1000.0");
-}
-
-TEST(PclHeaderFamily, FollowsTheDescriptorReadLast) {
-  const hvtest::TestFolder folder;
-  const struct {
-    unsigned format;
-    unsigned size;
-    PclFamily family;
-  } cases[] = {
-      {10, 80, PclFamily::Scalable}, {5, 74, PclFamily::Format5},   {9, 92, PclFamily::Format9},
-      {12, 72, PclFamily::Format9},  {0, 64, PclFamily::Format0},   {11, 88, PclFamily::Scalable},
-      {20, 68, PclFamily::Scalable}, {0, 65, PclFamily::Scalable},  // not known: stays as it was
-      {5, 72, PclFamily::Format5},   {15, 72, PclFamily::Scalable},
-  };
-  for (const auto& c : cases) {
-    // Recognised whatever the font type is.
-    const std::string path = folder.Add(
-        "a.sfp", hvtest::PclFont({.size = c.size, .format = c.format, .fontType = 99}, {}));
-    HvFontInfo info = {};
-    EXPECT_EQ(hv::PclReadFontDescriptor(hv::PclFontOpen(path.c_str()).get(), &info),
-              HV_UNUSABLE_FILE);
-    EXPECT_EQ(hv::PclHeaderFamily(), c.family) << c.format;
-  }
-}
-
-TEST(TypefaceNames, EndBehindTheLastNumber) {
-  EXPECT_EQ(hv::TypefaceName(0), "M,LinePrinter");
-  EXPECT_EQ(hv::TypefaceName(86), "");
-  EXPECT_EQ(hv::TypefaceName(139), "R,Bitstream Amerigo");
-  EXPECT_EQ(hv::TypefaceName(140), "");
-  EXPECT_EQ(hv::TypefaceName(0xFFFFFFFF), "");
 }
 
 TEST(PfmReader, GivesTheDeviceName) {

@@ -13,15 +13,14 @@ std::string Word(int value) {
   return Le16(static_cast<unsigned>(value) & 0xFFFF);
 }
 
+template <typename... Numbers>
+std::string Words(Numbers... numbers) {
+  return (Word(numbers) + ...);
+}
+
 // Where the sections of a file begin, in bytes from its start; 0 for none.
 struct Places {
-  std::size_t size = 0;
-  std::size_t device = 0;
-  std::size_t face = 0;
-  std::size_t metrics = 0;
-  std::size_t widths = 0;
-  std::size_t kerning = 0;
-  std::size_t driver = 0;
+  std::size_t size = 0, device = 0, face = 0, metrics = 0, widths = 0, kerning = 0, driver = 0;
 };
 
 std::string Offset(std::size_t offset) {
@@ -30,8 +29,8 @@ std::string Offset(std::size_t offset) {
 
 std::string Header(const FontMetrics& font, const Places& at, bool psm) {
   std::string header = Word(0x100) + Offset(at.size) + Field(font.copyright, 60);
-  header += Word(psm ? 0x8280 : 0x81) + Word(10) + Word(300) + Word(300);
-  header += Word(font.ascender) + Word(font.internalLeading) + Word(psm ? 196 : 0);
+  header +=
+      Words(psm ? 0x8280 : 0x81, 10, 300, 300, font.ascender, font.internalLeading, psm ? 196 : 0);
   header += {Byte(font.italicAngle != 0 ? 1 : 0), '\0', '\0'};
   header += Word(static_cast<int>(font.weight)) + Byte(font.charSet);
   header += Word(psm && font.variable ? 0 : font.maximumWidth) + Word(font.boxHeight);
@@ -46,36 +45,12 @@ std::string Extension(const Places& at) {
          Le32(0) + Offset(at.driver) + Le32(0);
 }
 
-std::string Metrics(const FontMetrics& font) {
-  const int words[] = {52,
-                       240,
-                       0,
-                       1000,
-                       3,
-                       1000,
-                       1000,
-                       font.capHeight,
-                       font.xHeight,
-                       font.ascent,
-                       font.descent,
-                       font.italicAngle,
-                       -500,
-                       250,
-                       500,
-                       500,
-                       font.underlinePosition,
-                       font.underlineThickness,
-                       font.underlinePosition / 2,
-                       font.underlinePosition,
-                       font.underlineThickness / 2,
-                       font.underlineThickness / 2,
-                       500,
-                       100,
-                       static_cast<int>(font.kerning.size()),
-                       0};
-  std::string bytes;
-  for (const int word : words) bytes += Word(word);
-  return bytes;
+std::string Metrics(const FontMetrics& f) {
+  const int line = f.underlinePosition;
+  const int thickness = f.underlineThickness;
+  return Words(52, 240, 0, 1000, 3, 1000, 1000, f.capHeight, f.xHeight, f.ascent, f.descent,
+               f.italicAngle, -500, 250, 500, 500, line, thickness, line / 2, line, thickness / 2,
+               thickness / 2, 500, 100, static_cast<int>(f.kerning.size()), 0);
 }
 
 std::string KerningTable(const FontMetrics& font) {
