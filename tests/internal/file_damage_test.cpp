@@ -21,9 +21,11 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::LowFirst;
+using hvtest::ExpectOneOf;
 using hvtest::MeetDamage;
+using hvtest::Numbers;
 using hvtest::NumbersOf;
+using enum hvtest::Order;
 using hvtest::OpenIni;
 
 // A value that is written is the one that is read again, from the file too.
@@ -104,7 +106,7 @@ TEST(FileDamage, OfRecordFilesEndsTheWalk) {
       EXPECT_NE(std::memchr(record.szDescr, 0, sizeof record.szDescr), nullptr);
       EXPECT_NE(std::memchr(record.szDuration, 0, sizeof record.szDuration), nullptr);
     }
-    EXPECT_TRUE(code == DAT_FAILED || code == DAT_NO_RECORD || code == DAT_END_OF_FILE) << code;
+    ExpectOneOf(code, {DAT_END_OF_FILE, DAT_NO_RECORD, DAT_FAILED});
     EXPECT_EQ(HvDatCloseFile(handle), 0);
     char prefix[sizeof(HvCommandRecord)] = "A";
     const uint32_t count = HvDatQueryCount("r.dat", prefix, DAT_FILE_COMMANDS);
@@ -120,9 +122,8 @@ void ExpectBlocks(const std::string& bytes, HvQsfHandle* handle) {
     uint8_t* data = nullptr;
     uint16_t count = 0;
     const uint32_t result = HvQsfGetVariables(handle, block, &data, &count);
-    EXPECT_TRUE(result == (handle == nullptr ? HV_BAD_ARGUMENT : HV_OK) ||
-                (handle != nullptr && result == HV_UNUSABLE_FILE))
-        << result;
+    ExpectOneOf(result, {handle == nullptr ? HV_BAD_ARGUMENT : HV_OK,
+                         handle == nullptr ? HV_BAD_ARGUMENT : HV_UNUSABLE_FILE});
     EXPECT_EQ(data != nullptr, count != 0);
     if (data != nullptr && bytes[5] == 1 && bytes[6] == 1) {
       const std::size_t size = data[0] | data[1] << 8 | data[2] << 16 | data[3] << 24;
@@ -144,9 +145,8 @@ TEST(FileDamage, OfQuickSetupFilesIsFound) {
   const auto open = [&](const std::string& bytes) {
     HvQsfHandle* handle = nullptr;
     const uint32_t code = HvQsfOpen("a.qsf", 3, &handle);
-    EXPECT_TRUE(code == HV_OK || code == HV_CANNOT_OPEN || code == HV_WRONG_LANGUAGE ||
-                code == HV_BAD_CHECKSUM || code == HV_UNKNOWN_MODEL)
-        << code;
+    ExpectOneOf(code,
+                {HV_OK, HV_CANNOT_OPEN, HV_WRONG_LANGUAGE, HV_BAD_CHECKSUM, HV_UNKNOWN_MODEL});
     EXPECT_EQ(code == HV_OK, handle != nullptr);
     ExpectBlocks(bytes, handle);
     HvQsfClose(handle);
@@ -170,7 +170,7 @@ TEST(FileDamage, OfQuickSetupFilesIsFound) {
     hvtest::Replace("a.qsf", sealed);
     return open(sealed) == HV_OK;
   };
-  const hvtest::NumberFields numbers = LowFirst(0, {2, 2, 1, 1, 1, 37, 4, 2, 4, 2, 4, 2});
+  const hvtest::NumberFields numbers = Numbers(LowFirst, 0, {2, 2, 1, 1, 1, 37, 4, 2, 4, 2, 4, 2});
   MeetDamage({"quick setup", whole, numbers, read, "", "a.qsf"});
   MeetDamage({"quick setup, checksum mended", whole, numbers, readSealed, "", ""});
 }
@@ -181,9 +181,7 @@ TEST(FileDamage, OfSetupListsGivesAllVariablesOrNone) {
     uint8_t* values = nullptr;
     uint16_t count = 0;
     const uint32_t code = HvQsfIniGetSection(ini.get(), QSF_LIST_REQUIRED, 5, &values, &count);
-    EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE || code == HV_KEY_MISSING ||
-                code == HV_SECTION_MISSING)
-        << code;
+    ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE, HV_KEY_MISSING, HV_SECTION_MISSING});
     EXPECT_EQ(code == HV_OK, values != nullptr);
     EXPECT_TRUE(code == HV_OK ? count >= 1 && count <= 4 : count == 0) << count;
     HvMemFree(values);
@@ -221,7 +219,7 @@ TEST(FileDamage, OfRedirectionsGivesAnAddressOrACode) {
     char address[40];
     std::memset(address, '#', sizeof address);
     const uint32_t code = HvWebGetURL(0, WEB_TOPIC_DRIVERS, 3, address, sizeof address, ini.get());
-    EXPECT_TRUE(code == HV_OK || code == HV_BUFFER_TOO_SMALL) << code;
+    ExpectOneOf(code, {HV_OK, HV_BUFFER_TOO_SMALL});
     EXPECT_NE(std::memchr(address, 0, sizeof address), nullptr);
     EXPECT_EQ(code == HV_OK, *address != '\0');
     return std::string(address) == "ftp://h/a/l/p";
@@ -276,9 +274,10 @@ TEST(FileDamage, OfRepliesStaysWithinTheirBounds) {
       }
       return description != "" || record->jobBlock != nullptr;
     };
-    MeetDamage({sample.name, whole,
-                HighFirst(0, {2}) + HighFirstAnywhere(4, whole.size(), sample.width), read, ":,{}",
-                ""});
+    MeetDamage(
+        {sample.name, whole,
+         Numbers(HighFirst, 0, {2}) + NumbersAnywhere(HighFirst, 4, whole.size(), sample.width),
+         read, ":,{}", ""});
   }
 }
 
@@ -311,9 +310,8 @@ std::pair<uint32_t, std::size_t> ExpectBounded(const hvtest::ZipArchive& zip) {
     const hvtest::ScopedCurrentFolder inside("out");
     code = HvZipExplode("../a.zip", nullptr, nullptr);
   }
-  EXPECT_TRUE(code == HV_OK || code == HV_NOT_FOUND || code == HV_ARCHIVE_ENDED ||
-              code == HV_UNUSABLE_FILE || code == HV_SHARING_VIOLATION)
-      << code;
+  ExpectOneOf(code,
+              {HV_OK, HV_NOT_FOUND, HV_ARCHIVE_ENDED, HV_UNUSABLE_FILE, HV_SHARING_VIOLATION});
   std::size_t files = 0;
   for (const auto& entry : fs::recursive_directory_iterator("out")) {
     if (!entry.is_regular_file()) continue;

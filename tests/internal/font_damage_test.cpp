@@ -23,10 +23,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using hvtest::DamagedFormat;
-using hvtest::HighFirst;
-using hvtest::LowFirst;
 using hvtest::NumberFields;
+using hvtest::Numbers;
 using hvtest::NumbersOf;
+using enum hvtest::Order;
 
 const std::string Times = hvtest::AfmFile("Times");
 const std::string Type1 = hvtest::Type1Head("Times", "StandardEncoding");
@@ -35,34 +35,25 @@ const std::string Inf = "MSMenuName (Times)\nSerif true\nPi false\nVPStyle (T)\n
 // A soft font with two characters and the numbers of its descriptor and its first character.
 struct SoftFont {
   SoftFont(unsigned format, unsigned size) {
-    hvtest::PclDescriptor descriptor;
-    descriptor.format = format;
-    descriptor.size = size;
-    bytes = hvtest::PclFont(descriptor, hvtest::SampleCharacters());
+    bytes = hvtest::PclFont({.size = size, .format = format}, hvtest::SampleCharacters());
     const std::size_t character = bytes.find('W', bytes.find("\x1B(s")) + 1;
     numbers =
         NumbersOf(hv::SoftFontDescriptorTable, 6) + NumbersOf(hv::PclCharacterTable, character);
-    if (format == 20) numbers = numbers + HighFirst(6 + 64, {2, 2});
+    if (format == 20) numbers = numbers + Numbers(HighFirst, 6 + 64, {2, 2});
   }
   std::string bytes;
   NumberFields numbers;
 };
 
 std::string Dlf(unsigned format) {
-  hvtest::DlfFont dlf;
-  dlf.format = format;
-  return dlf.Bytes();
+  return hvtest::DlfFont{.format = format}.Bytes();
 }
 const NumberFields Dlf1Numbers =
-    LowFirst(2, {2}) + HighFirst(6, {1, 1, 2, 1, 1, 4, 16, 4, 1, 3, 24});
-const NumberFields Dlf10Numbers = LowFirst(2, {2}) + HighFirst(6, {1, 1, 2, 6, 4, 24});
+    Numbers(LowFirst, 2, {2}) + Numbers(HighFirst, 6, {1, 1, 2, 1, 1, 4, 16, 4, 1, 3, 24});
+const NumberFields Dlf10Numbers =
+    Numbers(LowFirst, 2, {2}) + Numbers(HighFirst, 6, {1, 1, 2, 6, 4, 24});
 
-std::string Pfm() {
-  hvtest::PfmFile pfm;
-  pfm.italic = 1;
-  pfm.weight = 700;
-  return pfm.Bytes();
-}
+const std::string Pfm = hvtest::PfmFile{.italic = 1, .weight = 700}.Bytes();
 
 hvtest::FontMetrics Metrics() {
   hvtest::FontMetrics metrics;
@@ -83,7 +74,7 @@ const NumberFields PfmNumbers = NumbersOf(hv::PfmHeaderTable, 0) +
 NumberFields TaggedNumbers(const std::string& file) {
   const bool high = file[0] == 'M';
   const auto numbers = [&](std::size_t at, std::initializer_list<std::size_t> widths) {
-    return high ? HighFirst(at, widths) : LowFirst(at, widths);
+    return Numbers(high ? HighFirst : LowFirst, at, widths);
   };
   NumberFields all = numbers(2, {2, 4, 2});
   std::size_t at = 10;
@@ -120,7 +111,7 @@ bool IsDescribed(const char* file) {
   HvFontInfo info;
   std::memset(&info, 0xAA, sizeof info);
   const uint32_t code = HvFonQueryInfo(file, &info, FONT_COMPANIONS_METRICS, 1);
-  EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE || code == HV_NOT_SUPPORTED) << code;
+  hvtest::ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE, HV_NOT_SUPPORTED});
   EXPECT_EQ(+info.fileSize, fs::file_size(file));
   EXPECT_TRUE(Ends(info.name) && Ends(info.description) && Ends(info.symbolSet) &&
               Ends(info.companionPath1) && Ends(info.companionPath2));
@@ -142,7 +133,7 @@ void ExpectWholeJob(const char* file) {
   if (sent.empty()) {
     EXPECT_EQ(code, HV_UNUSABLE_FILE);
   } else {
-    EXPECT_TRUE(code == HV_OK || code == HV_CANNOT_OPEN || code == HV_UNUSABLE_FILE) << code;
+    hvtest::ExpectOneOf(code, {HV_OK, HV_CANNOT_OPEN, HV_UNUSABLE_FILE});
     EXPECT_EQ(sent.substr(sent.size() - frame.size()), frame);
     EXPECT_LE(sent.size(), 2 * fs::file_size(file) + 300);
   }
@@ -171,13 +162,14 @@ TEST(FontDamage, IsDescribedAndSentOrRefused) {
       {"DLF reference", "a.dlf", Dlf(10), Dlf10Numbers},
       {"FMF", "a.fmf", hvtest::FmfFile("Courier"), {}},
       {"PFA", "a.pfa", Type1, {}},
-      {"PFB", "a.pfb", pfb, LowFirst(2, {4}) + LowFirst(Type1.size() + 8, {4, 40, 2, 4})},
+      {"PFB", "a.pfb", pfb,
+       Numbers(LowFirst, 2, {4}) + Numbers(LowFirst, Type1.size() + 8, {4, 40, 2, 4})},
       {"AFM", "a.afm", Times, {}},
       {"INF", "a.inf", Inf, {}, "a.afm"},
-      {"PFM", "a.pfm", Pfm(), PfmNumbers},
+      {"PFM", "a.pfm", Pfm, PfmNumbers},
       {"PSM", "a.psm", hvtest::LaserPrinterPsm(Metrics()), NumbersOf(hv::PfmHeaderTable, 0)},
-      {"PCM", "a.pcm", hvtest::PcmFile("Cartridge", {Pfm(), hvtest::PfmFile().Bytes()}),
-       LowFirst(0, {4, 4, 4, 4}) + NumbersOf(hv::PfmHeaderTable, 96) +
+      {"PCM", "a.pcm", hvtest::PcmFile("Cartridge", {Pfm, hvtest::PfmFile().Bytes()}),
+       Numbers(LowFirst, 0, {4, 4, 4, 4}) + NumbersOf(hv::PfmHeaderTable, 96) +
            NumbersOf(hv::PfmHeaderTable, 396)},
   };
   for (const Sample& sample : samples) {
@@ -210,7 +202,7 @@ bool IsConverted(const char* source, int32_t type) {
   HvFonQueryInfo(source, &info, FONT_COMPANIONS_NONE, 1);
   std::strcpy(info.companionPath1, "a.tfm");
   const int32_t code = HvFonConvert(source, "out.x", &info, FONT_COMPANIONS_METRICS, type);
-  EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE) << code;
+  hvtest::ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE});
   bool made = false;
   for (const char* const name : {"out.x", "out.PFM", "out.PSM"}) {
     if (!fs::exists(name)) continue;
@@ -284,10 +276,8 @@ TEST(FontDamage, OfAnIndexListsWhatIsThere) {
     HvFonFindFree(list);
     return whole == 2;
   };
-  hvtest::PclDescriptor bound;
-  bound.format = 10;
-  bound.size = 80;
-  bound.name = "Bound           ";
+  const std::string bound =
+      hvtest::PclFont({.size = 80, .format = 10, .name = "Bound           "}, {});
   hvtest::MeetDamage({"GLUE.TXT",
                       index,
                       {},
@@ -295,7 +285,7 @@ TEST(FontDamage, OfAnIndexListsWhatIsThere) {
                       "\n[{/;F ",
                       "GLUE.TXT",
                       {{"fonts/one.bit", hvtest::PclFont({}, {})},
-                       {"fonts/two.bnd", hvtest::PclFont(bound, {})},
+                       {"fonts/two.bnd", bound},
                        {"fonts/two.tfm", ""}}});
 }
 

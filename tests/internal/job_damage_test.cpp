@@ -23,16 +23,16 @@ namespace fs = std::filesystem;
 using hvtest::Bytes;
 using hvtest::MacroInfo;
 using hvtest::MacroJob;
+using hvtest::NumbersAnywhere;
 using hvtest::Uel;
+using enum hvtest::Order;
 
 // The name that a refused source leaves is the one before.
 bool IsValidated(int32_t emulation, uint32_t flags) {
   HvJobInfo job = MacroJob(emulation, 99);
   HvMacroInfo info = MacroInfo(flags, "before", STORAGE_DEVICE_DISK2);
   const uint32_t code = HvMacValidate("source", &job, &info);
-  EXPECT_TRUE(code == HV_OK || code == HV_READ_FAILED || code == HV_WRONG_LANGUAGE ||
-              code == HV_BAD_PCLXL || code == HV_PCLXL_JOB)
-      << code;
+  hvtest::ExpectOneOf(code, {HV_OK, HV_READ_FAILED, HV_WRONG_LANGUAGE, HV_BAD_PCLXL, HV_PCLXL_JOB});
   EXPECT_NE(std::memchr(info.name, 0, sizeof info.name), nullptr);
   EXPECT_TRUE(info.target >= STORAGE_DEVICE_RAM && info.target <= STORAGE_DEVICE_DISK2);
   EXPECT_TRUE(code == HV_OK || std::strcmp(info.name, "before") == 0);
@@ -48,8 +48,7 @@ bool IsFiltered(int32_t emulation, uint32_t flags, const std::string& damaged) {
   fs::remove("out");
   if (emulation == JOB_EMULATION_PCLXL) {
     EXPECT_EQ(code == HV_OK, !made.empty());
-    EXPECT_TRUE(code == HV_OK || code == HV_BAD_PCLXL) << code;
-    return code == HV_OK;
+    return hvtest::ExpectOneOf(code, {HV_OK, HV_BAD_PCLXL});
   }
   EXPECT_EQ(code, HV_OK);
   EXPECT_EQ(made,
@@ -89,7 +88,7 @@ TEST(JobDamage, OfMacrosIsValidatedAndFilteredOrRefused) {
       return IsFiltered(sample.emulation, sample.flags, damaged);
     };
     hvtest::MeetDamage({sample.name, sample.bytes,
-                        hvtest::LowFirstAnywhere(sample.numbersFrom, sample.bytes.size(), 2), read,
+                        NumbersAnywhere(LowFirst, sample.numbersFrom, sample.bytes.size(), 2), read,
                         "\x1B", "source"});
   }
 }
@@ -105,7 +104,7 @@ TEST(JobDamage, OfPclXlHasOneResultInWhateverPieces) {
   };
   hvtest::MeetDamage(
       {"PCL XL job", job,
-       hvtest::LowFirstAnywhere(17, job.size(), 2) + hvtest::LowFirstAnywhere(17, job.size(), 4),
+       NumbersAnywhere(LowFirst, 17, job.size(), 2) + NumbersAnywhere(LowFirst, 17, job.size(), 4),
        read, "\x1B\x42\x5E\xC8\xF8\xFA", ""});
 }
 
@@ -115,8 +114,8 @@ TEST(JobDamage, OfCommandTextsIsSentOrRefused) {
     const auto read = [](const std::string& damaged) {
       const HvJobInfo job = hvtest::Job(0);
       const uint32_t code = HvDatSendString(damaged.c_str(), "out", &job, 0);
-      EXPECT_TRUE(code == HV_OK || code == (damaged[0] == '%' ? HV_NOT_FOUND : HV_BAD_ARGUMENT));
-      if (code != HV_OK) return false;
+      const int64_t refused = damaged[0] == '%' ? HV_NOT_FOUND : HV_BAD_ARGUMENT;
+      if (!hvtest::ExpectOneOf(code, {HV_OK, refused})) return false;
       EXPECT_LE(fs::file_size("out"), damaged.size());
       return fs::remove("out");
     };
@@ -150,8 +149,8 @@ TEST(JobDamage, OfPrintFilesIsExplained) {
     const std::size_t size = stream.bytes.size();
     hvtest::MeetDamage(
         {stream.name, stream.bytes,
-         hvtest::LowFirstAnywhere(0, size, 2) + hvtest::HighFirstAnywhere(0, size, 4), IsExplained,
-         "\n\x1B%@W\xC8\xF8", ""});
+         NumbersAnywhere(LowFirst, 0, size, 2) + NumbersAnywhere(HighFirst, 0, size, 4),
+         IsExplained, "\n\x1B%@W\xC8\xF8", ""});
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -17,21 +18,6 @@ constexpr std::size_t Coarse = 7;
 
 std::size_t Next(std::size_t at) {
   return at + (at < Fine ? 1 : Coarse);
-}
-
-NumberFields Numbers(std::size_t at, std::initializer_list<std::size_t> widths, bool highFirst) {
-  NumberFields numbers;
-  for (const std::size_t width : widths) {
-    if (width == 2 || width == 4) numbers.push_back({at, width, highFirst});
-    at += width;
-  }
-  return numbers;
-}
-
-NumberFields Anywhere(std::size_t from, std::size_t to, std::size_t width, bool highFirst) {
-  NumberFields numbers;
-  for (std::size_t at = from; at + width <= to; ++at) numbers.push_back({at, width, highFirst});
-  return numbers;
 }
 
 using Visit = std::function<void(const std::string& damaged, const std::string& what)>;
@@ -85,18 +71,24 @@ NumberFields operator+(NumberFields fields, const NumberFields& more) {
   return fields;
 }
 
-NumberFields HighFirst(std::size_t at, std::initializer_list<std::size_t> widths) {
-  return Numbers(at, widths, true);
-}
-NumberFields LowFirst(std::size_t at, std::initializer_list<std::size_t> widths) {
-  return Numbers(at, widths, false);
+NumberFields Numbers(Order order, std::size_t at, std::initializer_list<std::size_t> widths) {
+  NumberFields numbers;
+  for (const std::size_t width : widths) {
+    if (width == 2 || width == 4) numbers.push_back({at, width, order == Order::HighFirst});
+    at += width;
+  }
+  return numbers;
 }
 
-NumberFields HighFirstAnywhere(std::size_t from, std::size_t to, std::size_t width) {
-  return Anywhere(from, to, width, true);
+NumberFields NumbersAnywhere(Order order, std::size_t from, std::size_t to, std::size_t width) {
+  NumberFields numbers;
+  for (; from + width <= to; ++from) numbers.push_back({from, width, order == Order::HighFirst});
+  return numbers;
 }
-NumberFields LowFirstAnywhere(std::size_t from, std::size_t to, std::size_t width) {
-  return Anywhere(from, to, width, false);
+
+bool ExpectOneOf(int64_t code, std::initializer_list<int64_t> codes) {
+  EXPECT_NE(std::find(codes.begin(), codes.end(), code), codes.end()) << code;
+  return code == *codes.begin();
 }
 
 void Replace(const std::string& file, const std::string& bytes) {

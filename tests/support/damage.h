@@ -1,6 +1,7 @@
 // Damaged forms of what the library reads, and how a reader meets them.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <map>
@@ -32,12 +33,11 @@ NumberFields NumbersOf(const Row (&table)[Count], std::size_t at) {
 }
 
 // The numbers of a record of which all fields have these widths, in their order.
-NumberFields HighFirst(std::size_t at, std::initializer_list<std::size_t> widths);
-NumberFields LowFirst(std::size_t at, std::initializer_list<std::size_t> widths);
+enum class Order { LowFirst, HighFirst };
+NumberFields Numbers(Order order, std::size_t at, std::initializer_list<std::size_t> widths);
 
 // A number at each place of a form that says itself where its numbers stand.
-NumberFields HighFirstAnywhere(std::size_t from, std::size_t to, std::size_t width);
-NumberFields LowFirstAnywhere(std::size_t from, std::size_t to, std::size_t width);
+NumberFields NumbersAnywhere(Order order, std::size_t from, std::size_t to, std::size_t width);
 
 struct DamagedFormat {
   std::string name;
@@ -55,6 +55,9 @@ struct DamagedFormat {
 // bytes. The current folder is one that holds the files alone, and holds no others afterwards.
 // Prints how many damaged forms were met.
 void MeetDamage(const DamagedFormat& format);
+
+// Fails the test unless the code is one of these. Tells whether it is the first one.
+bool ExpectOneOf(int64_t code, std::initializer_list<int64_t> codes);
 
 // Puts a new file in the place of the one before. Emptying that one would make some file systems
 // write it out at once.
