@@ -47,12 +47,8 @@ TEST(FileDamage, OfIniFilesLeavesThemWritable) {
     EXPECT_STREQ(HvIniRead(ini.get(), "two", "list"), "more");
     return found;
   };
-  MeetDamage({"INI",
-              "; comment\r\n[One]\r\nfirst=1\r\n\r\n[Two]\r\nsecond =v\r\nthird=\r\n",
-              {},
-              read,
-              "[]=;\n\x1A",
-              "a.ini"});
+  MeetDamage("INI", "; comment\r\n[One]\r\nfirst=1\r\n\r\n[Two]\r\nsecond =v\r\nthird=\r\n", {},
+             read, "[]=;\n\x1A", "a.ini");
 }
 
 TEST(FileDamage, OfPanelFilesGivesWhatFits) {
@@ -78,14 +74,11 @@ TEST(FileDamage, OfPanelFilesGivesWhatFits) {
     EXPECT_EQ(HvOpcUnregisterCfg(panel), 1U);
     return listed == 3 && controls == 2 && count == 2;
   };
-  MeetDamage({"operator panel",
-              "[Format]\nStyle=2\n[Combos]\n01a2=10;20;30\n[Edit Lengths]\n001f=40\n"
-              "[Spin Limits]\n01a2=1;9;2\n[Dialogs]\n1=Paper\n[Paper]\nNumCtrls=2\n"
-              "Defaults=0010;5;0011;7\nNumOMVAR=2\nOMVAR=1A2B 0003\n",
-              {},
-              read,
-              "[=;\n -",
-              "opc031.cfg"});
+  MeetDamage("operator panel",
+             "[Format]\nStyle=2\n[Combos]\n01a2=10;20;30\n[Edit Lengths]\n001f=40\n"
+             "[Spin Limits]\n01a2=1;9;2\n[Dialogs]\n1=Paper\n[Paper]\nNumCtrls=2\n"
+             "Defaults=0010;5;0011;7\nNumOMVAR=2\nOMVAR=1A2B 0003\n",
+             {}, read, "[=;\n -", "opc031.cfg");
 }
 
 // A walk ends, with the codes for an end or for a bad line.
@@ -113,7 +106,7 @@ TEST(FileDamage, OfRecordFilesEndsTheWalk) {
     EXPECT_TRUE(count <= damaged.size() || count == static_cast<uint16_t>(DAT_FAILED)) << count;
     return found == 3 && count == 2;
   };
-  MeetDamage({"keyed records", file, {}, read, "\",;#\n-e", "r.dat"});
+  MeetDamage("keyed records", file, {}, read, "\",;#\n-e", "r.dat");
 }
 
 // What a block gives is a part of the file.
@@ -171,8 +164,8 @@ TEST(FileDamage, OfQuickSetupFilesIsFound) {
     return open(sealed) == HV_OK;
   };
   const hvtest::NumberFields numbers = Numbers(LowFirst, 0, {2, 2, 1, 1, 1, 37, 4, 2, 4, 2, 4, 2});
-  MeetDamage({"quick setup", whole, numbers, read, "", "a.qsf"});
-  MeetDamage({"quick setup, checksum mended", whole, numbers, readSealed, "", ""});
+  MeetDamage("quick setup", whole, numbers, read, "", "a.qsf");
+  MeetDamage("quick setup, checksum mended", whole, numbers, readSealed);
 }
 
 TEST(FileDamage, OfSetupListsGivesAllVariablesOrNone) {
@@ -187,12 +180,8 @@ TEST(FileDamage, OfSetupListsGivesAllVariablesOrNone) {
     HvMemFree(values);
     return code == HV_OK;
   };
-  MeetDamage({"setup list",
-              "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n",
-              {},
-              read,
-              "[=\n 129-",
-              "s.ini"});
+  MeetDamage("setup list", "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n", {},
+             read, "[=\n 129-", "s.ini");
 }
 
 TEST(FileDamage, OfDescribedFilesIsListedOrNot) {
@@ -205,12 +194,8 @@ TEST(FileDamage, OfDescribedFilesIsListedOrNot) {
     HvDatQueryFilesFree(list);
     return count == 1;
   };
-  MeetDamage({"described file",
-              "x #! Two-sided, stapled and punched, in the upper tray\nrest\n",
-              {},
-              read,
-              "#!\n",
-              "a.cfg"});
+  MeetDamage("described file", "x #! Two-sided, stapled and punched, in the upper tray\nrest\n", {},
+             read, "#!\n", "a.cfg");
 }
 
 TEST(FileDamage, OfRedirectionsGivesAnAddressOrACode) {
@@ -224,13 +209,9 @@ TEST(FileDamage, OfRedirectionsGivesAnAddressOrACode) {
     EXPECT_EQ(code == HV_OK, *address != '\0');
     return std::string(address) == "ftp://h/a/l/p";
   };
-  MeetDamage(
-      {"address redirection",
-       "[AREA_PREFIX]\nDRIVERS=ftp://h\n[AREA]\nDRIVERS=a\n[LANGUAGE]\n3=l\n[PRINTER]\n8=p\n",
-       {},
-       read,
-       "[=\n",
-       "w.ini"});
+  MeetDamage("address redirection",
+             "[AREA_PREFIX]\nDRIVERS=ftp://h\n[AREA]\nDRIVERS=a\n[LANGUAGE]\n3=l\n[PRINTER]\n8=p\n",
+             {}, read, "[=\n", "w.ini");
 }
 
 // Records stay within what the reply can hold, and describing them reads all that they point to.
@@ -275,9 +256,9 @@ TEST(FileDamage, OfRepliesStaysWithinTheirBounds) {
       return description != "" || record->jobBlock != nullptr;
     };
     MeetDamage(
-        {sample.name, whole,
-         Numbers(HighFirst, 0, {2}) + NumbersAnywhere(HighFirst, 4, whole.size(), sample.width),
-         read, ":,{}", ""});
+        sample.name, whole,
+        Numbers(HighFirst, 0, {2}) + NumbersAnywhere(HighFirst, 4, whole.size(), sample.width),
+        read, ":,{}", "");
   }
 }
 
@@ -340,7 +321,7 @@ TEST(FileDamage, OfArchivesLeadsNowhereElse) {
     EXPECT_TRUE(!isCut || (code == HV_UNUSABLE_FILE && files == 0)) << code;
     return code == HV_OK && files == 3;
   };
-  MeetDamage({"zip archive", whole.bytes, numbers, read, "/\\.", "a.zip"});
+  MeetDamage("zip archive", whole.bytes, numbers, read, "/\\.", "a.zip");
 }
 
 TEST(FileDamage, OfPackedDataYieldsNoMoreThanDeclared) {
@@ -353,7 +334,7 @@ TEST(FileDamage, OfPackedDataYieldsNoMoreThanDeclared) {
       hvtest::Replace("a.zip", zip.bytes);
       return ExpectBounded(zip).first == HV_OK;
     };
-    MeetDamage({"zip: " + std::string(packing.name), packing.pack(text), {}, read, "", ""});
+    MeetDamage("zip: " + std::string(packing.name), packing.pack(text), {}, read);
   }
 }
 

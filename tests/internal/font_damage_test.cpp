@@ -22,7 +22,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::DamagedFormat;
 using hvtest::NumberFields;
 using hvtest::Numbers;
 using hvtest::NumbersOf;
@@ -178,13 +177,8 @@ TEST(FontDamage, IsDescribedAndSentOrRefused) {
       ExpectWholeJob(file);
       return IsDescribed(file);
     };
-    hvtest::MeetDamage({sample.name,
-                        sample.bytes,
-                        sample.numbers,
-                        read,
-                        "\n(/",
-                        sample.file,
-                        {{"a.afm", Times}, {"a.pfb", Times}}});
+    hvtest::MeetDamage(sample.name, sample.bytes, sample.numbers, read, "\n(/", sample.file,
+                       {{"a.afm", Times}, {"a.pfb", Times}});
   }
 }
 
@@ -246,14 +240,8 @@ TEST(FontDamage, IsConvertedWholeOrRefused) {
     const auto read = [&](const std::string& /*damaged*/) {
       return IsConverted(sample.source, sample.type);
     };
-    hvtest::MeetDamage(
-        {sample.name,
-         sample.bytes,
-         sample.numbers,
-         read,
-         "",
-         sample.file,
-         {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}}});
+    hvtest::MeetDamage(sample.name, sample.bytes, sample.numbers, read, "", sample.file,
+                       {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}});
   }
 }
 
@@ -278,15 +266,10 @@ TEST(FontDamage, OfAnIndexListsWhatIsThere) {
   };
   const std::string bound =
       hvtest::PclFont({.size = 80, .format = 10, .name = "Bound           "}, {});
-  hvtest::MeetDamage({"GLUE.TXT",
-                      index,
-                      {},
-                      read,
-                      "\n[{/;F ",
-                      "GLUE.TXT",
-                      {{"fonts/one.bit", hvtest::PclFont({}, {})},
-                       {"fonts/two.bnd", bound},
-                       {"fonts/two.tfm", ""}}});
+  hvtest::MeetDamage("GLUE.TXT", index, {}, read, "\n[{/;F ", "GLUE.TXT",
+                     {{"fonts/one.bit", hvtest::PclFont({}, {})},
+                      {"fonts/two.bnd", bound},
+                      {"fonts/two.tfm", ""}});
 }
 
 }  // namespace

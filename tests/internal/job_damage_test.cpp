@@ -87,9 +87,9 @@ TEST(JobDamage, OfMacrosIsValidatedAndFilteredOrRefused) {
       if ((sample.flags & MACRO_FLAG_FILTER) == 0) return isMacro;
       return IsFiltered(sample.emulation, sample.flags, damaged);
     };
-    hvtest::MeetDamage({sample.name, sample.bytes,
-                        NumbersAnywhere(LowFirst, sample.numbersFrom, sample.bytes.size(), 2), read,
-                        "\x1B", "source"});
+    hvtest::MeetDamage(sample.name, sample.bytes,
+                       NumbersAnywhere(LowFirst, sample.numbersFrom, sample.bytes.size(), 2), read,
+                       "\x1B", "source");
   }
 }
 
@@ -103,9 +103,9 @@ TEST(JobDamage, OfPclXlHasOneResultInWhateverPieces) {
     return result == hv::PclXlOk;
   };
   hvtest::MeetDamage(
-      {"PCL XL job", job,
-       NumbersAnywhere(LowFirst, 17, job.size(), 2) + NumbersAnywhere(LowFirst, 17, job.size(), 4),
-       read, "\x1B\x42\x5E\xC8\xF8\xFA", ""});
+      "PCL XL job", job,
+      NumbersAnywhere(LowFirst, 17, job.size(), 2) + NumbersAnywhere(LowFirst, 17, job.size(), 4),
+      read, "\x1B\x42\x5E\xC8\xF8\xFA");
 }
 
 // The text is written out or refused before anything is.
@@ -119,7 +119,7 @@ TEST(JobDamage, OfCommandTextsIsSentOrRefused) {
       EXPECT_LE(fs::file_size("out"), damaged.size());
       return fs::remove("out");
     };
-    hvtest::MeetDamage({"command text", text, {}, read, "$\\xg", ""});
+    hvtest::MeetDamage("command text", text, {}, read, "$\\xg");
   }
 }
 
@@ -148,9 +148,9 @@ TEST(JobDamage, OfPrintFilesIsExplained) {
   for (const auto& stream : streams) {
     const std::size_t size = stream.bytes.size();
     hvtest::MeetDamage(
-        {stream.name, stream.bytes,
-         NumbersAnywhere(LowFirst, 0, size, 2) + NumbersAnywhere(HighFirst, 0, size, 4),
-         IsExplained, "\n\x1B%@W\xC8\xF8", ""});
+        stream.name, stream.bytes,
+        NumbersAnywhere(LowFirst, 0, size, 2) + NumbersAnywhere(HighFirst, 0, size, 4), IsExplained,
+        "\n\x1B%@W\xC8\xF8");
   }
 }
 
@@ -166,8 +166,8 @@ TEST(JobDamage, OfDemonstrationFilesIsStored) {
     EXPECT_EQ(sent.substr(19), hvtest::Be32(static_cast<uint32_t>(damaged.size())) + damaged);
     return fs::remove("out");
   };
-  hvtest::MeetDamage(
-      {"demonstration file", "%!PS\nshowpage\n" + Uel, {}, read, "\x04\x1B", "source"});
+  hvtest::MeetDamage("demonstration file", "%!PS\nshowpage\n" + Uel, {}, read, "\x04\x1B",
+                     "source");
 }
 
 }  // namespace

@@ -22,8 +22,8 @@ std::size_t Next(std::size_t at) {
 
 using Visit = std::function<void(const std::string& damaged, const std::string& what)>;
 
-void ForEachDamage(const DamagedFormat& format, const Visit& visit) {
-  const std::string& bytes = format.bytes;
+void ForEachDamage(const std::string& bytes, const NumberFields& numbers, const std::string& marks,
+                   const Visit& visit) {
   for (std::size_t length = 0; length < bytes.size(); length = Next(length)) {
     visit(bytes.substr(0, length), "cut to " + std::to_string(length));
   }
@@ -32,14 +32,14 @@ void ForEachDamage(const DamagedFormat& format, const Visit& visit) {
     const char old = bytes[at];
     const std::string changes = {'\0', '\xFF', static_cast<char>(old + 1),
                                  static_cast<char>(old - 1)};
-    for (const char change : changes + format.marks) {
+    for (const char change : changes + marks) {
       if (change == old) continue;
       damaged[at] = change;
       visit(damaged, "byte " + std::to_string(at) + " is " + std::to_string(change & 0xFF));
     }
     damaged[at] = old;
   }
-  for (const NumberField& field : format.numbers) {
+  for (const NumberField& field : numbers) {
     if (field.offset + field.width > bytes.size()) {
       ADD_FAILURE() << "no number at " << field.offset;
       return;
@@ -96,25 +96,27 @@ void Replace(const std::string& file, const std::string& bytes) {
   WriteFile(file, bytes);
 }
 
-void MeetDamage(const DamagedFormat& format) {
-  SCOPED_TRACE(format.name);
+void MeetDamage(const std::string& name, const std::string& bytes, const NumberFields& numbers,
+                const DamagedReader& reader, const std::string& marks, const std::string& file,
+                const std::map<std::string, std::string>& others) {
+  SCOPED_TRACE(name);
   const TestFolder folder(MemoryFolder());
   const ScopedCurrentFolder current(folder.Path());
-  for (const auto& [name, bytes] : format.others) {
-    std::filesystem::create_directories((folder.Path() / name).parent_path());
-    WriteFile(name, bytes);
+  for (const auto& [other, content] : others) {
+    std::filesystem::create_directories((folder.Path() / other).parent_path());
+    WriteFile(other, content);
   }
-  const auto read = [&](const std::string& bytes) {
-    if (!format.file.empty()) Replace(format.file, bytes);
-    return format.read(bytes);
+  const auto read = [&](const std::string& damaged) {
+    if (!file.empty()) Replace(file, damaged);
+    return reader(damaged);
   };
-  EXPECT_TRUE(read(format.bytes)) << "undamaged";
+  EXPECT_TRUE(read(bytes)) << "undamaged";
   const std::vector<std::string> names = folder.Names();
   const std::size_t handles = OpenHandleCount();
   std::size_t number = 0;
   std::size_t met = 0;
   std::size_t readable = 0;
-  ForEachDamage(format, [&](const std::string& damaged, const std::string& what) {
+  ForEachDamage(bytes, numbers, marks, [&](const std::string& damaged, const std::string& what) {
     // The first failure tells enough.
     if (number++ % SweepStep() != 0 || testing::Test::HasFailure()) return;
     SCOPED_TRACE(what);
@@ -123,7 +125,7 @@ void MeetDamage(const DamagedFormat& format) {
     EXPECT_EQ(folder.Names(), names);
   });
   EXPECT_EQ(OpenHandleCount(), handles);
-  std::printf("[ damage   ] %-30s %5u read, %5u refused\n", format.name.c_str(),
+  std::printf("[ damage   ] %-30s %5u read, %5u refused\n", name.c_str(),
               static_cast<unsigned>(readable), static_cast<unsigned>(met - readable));
 }
 

@@ -39,22 +39,18 @@ NumberFields Numbers(Order order, std::size_t at, std::initializer_list<std::siz
 // A number at each place of a form that says itself where its numbers stand.
 NumberFields NumbersAnywhere(Order order, std::size_t from, std::size_t to, std::size_t width);
 
-struct DamagedFormat {
-  std::string name;
-  std::string bytes;
-  NumberFields numbers;
-  // Reads the bytes and looks at the result. Tells whether they were read, not refused.
-  std::function<bool(const std::string& damaged)> read;
-  std::string marks;  // bytes that mean something to the format
-  std::string file;   // where the bytes are put for the reader; empty: nowhere
-  std::map<std::string, std::string> others = {};  // files that lie beside
-};
+// Reads damaged bytes and looks at the result. Tells whether they were read, not refused.
+using DamagedReader = std::function<bool(const std::string& damaged)>;
 
-// Has the bytes read as they are, cut at each length, with each byte set to 00, FF, one more, one
-// less and the marks, and with each number at its limits; of long ones a part of the cuts and
-// bytes. The current folder is one that holds the files alone, and holds no others afterwards.
-// Prints how many damaged forms were met.
-void MeetDamage(const DamagedFormat& format);
+// Has the bytes of a format read as they are, cut at each length, with each byte set to 00, FF, one
+// more, one less and the marks (bytes that mean something to the format), and with each number at
+// its limits; of long ones a part of the cuts and bytes. They are put into the file for the reader,
+// if there is one; the others lie beside it. The current folder is one that holds these files
+// alone, and holds no others afterwards. Prints how many damaged forms were met.
+void MeetDamage(const std::string& name, const std::string& bytes, const NumberFields& numbers,
+                const DamagedReader& reader, const std::string& marks = "",
+                const std::string& file = "",
+                const std::map<std::string, std::string>& others = {});
 
 // Fails the test unless the code is one of these. Tells whether it is the first one.
 bool ExpectOneOf(int64_t code, std::initializer_list<int64_t> codes);
