@@ -29,54 +29,41 @@ TEST(FontCommands, TellWhatAFileIs) {
   const TestFolder folder;
   const std::string pfb =
       hvtest::PfbFile({{1, hvtest::Type1Head("Times-Roman", "StandardEncoding")}, {2, "xyz"}});
-  hvtest::PfmFile bold;
-  bold.weight = 700;
-  const struct {
-    Words words;
-    std::string output;  // without the line of the file
-    int status = 0;
-  } cases[] = {
-      {{folder.Add("font.sfp", SampleFont())},
-       "kind               PCL bitmap font\n"
-       "name               Courier           [12.0 Pt.] (Roman-8)\n"
-       "description        Ven:0  Typ:3  Fon:?0\n"
-       "symbol set         8U\n"
-       "proportional       no\n"
-       "size               154\n"
-       "memory             474\n"},
-      {{folder.Add("type1.pfb", pfb)},
-       "kind               Type 1 font\n"
-       "name               Times-Roman\n"
-       "standard encoding  yes\n"
-       "size               " +
-           std::to_string(pfb.size()) + "\nmemory             " +
-           std::to_string(pfb.size() * 11531 / 10000) + "\n"},
-      {{folder.Add("cartridge.pcm",
-                   hvtest::PcmFile("Cartridge Z", {hvtest::PfmFile().Bytes(), bold.Bytes()}))},
-       "kind               PCM cartridge\n"
-       "name               Cartridge Z\n"
-       "size               696\n"
-       "faces              Courier\n"
-       "                   Courier (Bd)\n"},
-      {{"--companions", "metrics", folder.Add("lonely.pfb", pfb)},
-       "kind               Type 1 font\n"
-       "name               Times-Roman\n"
-       "standard encoding  yes\n"
-       "size               " +
-           std::to_string(pfb.size()) + "\nmemory             " +
-           std::to_string(pfb.size() * 11531 / 10000) + "\n",
-       32},
-      {{folder.Add("read.me", "text")}, "", 27},
-  };
-  for (const auto& c : cases) {
-    Words words = {"info"};
-    words.insert(words.end(), c.words.begin(), c.words.end());
+  const hvtest::PfmFile bold = {.weight = 700};
+  // The output behind the line of the file.
+  const auto expect = [](Words words, const std::string& output, int status = 0) {
+    words.insert(words.begin(), "info");
     const ProgramRun run = Font(words);
-    EXPECT_EQ(run.status, c.status) << c.words.back();
-    const std::string first = "file               " + c.words.back() + "\n";
-    EXPECT_EQ(run.output, c.output.empty() ? "" : first + c.output);
-    EXPECT_EQ(run.errors.empty(), c.status == 0) << run.errors;
-  }
+    EXPECT_EQ(run.status, status) << words.back();
+    EXPECT_EQ(run.output,
+              output.empty() ? "" : "file               " + words.back() + "\n" + output);
+    EXPECT_EQ(run.errors.empty(), status == 0) << run.errors;
+  };
+  expect({folder.Add("font.sfp", SampleFont())},
+         "kind               PCL bitmap font\n"
+         "name               Courier           [12.0 Pt.] (Roman-8)\n"
+         "description        Ven:0  Typ:3  Fon:?0\n"
+         "symbol set         8U\n"
+         "proportional       no\n"
+         "size               154\n"
+         "memory             474\n");
+  const std::string type1 =
+      "kind               Type 1 font\n"
+      "name               Times-Roman\n"
+      "standard encoding  yes\n"
+      "size               " +
+      std::to_string(pfb.size()) + "\nmemory             " +
+      std::to_string(pfb.size() * 11531 / 10000) + "\n";
+  expect({folder.Add("type1.pfb", pfb)}, type1);
+  expect({"--companions", "metrics", folder / "type1.pfb"}, type1, 32);
+  expect({folder.Add("cartridge.pcm",
+                     hvtest::PcmFile("Cartridge Z", {hvtest::PfmFile().Bytes(), bold.Bytes()}))},
+         "kind               PCM cartridge\n"
+         "name               Cartridge Z\n"
+         "size               696\n"
+         "faces              Courier\n"
+         "                   Courier (Bd)\n");
+  expect({folder.Add("read.me", "text")}, "", 27);
 }
 
 TEST(FontCommands, GiveOneArrayForAllFiles) {
@@ -95,24 +82,19 @@ TEST(FontCommands, SendAsTheOptionsSay) {
   const TestFolder folder;
   const std::string font = folder.Add("font.sfp", SampleFont());
   const std::string uel = "\x1B%-12345X";
-  const struct {
-    Words options;
-    std::string before;
-    std::string after;
-  } cases[] = {
-      {{"--id", "5"}, "\x1B*c5D", "\x1B*c5F"},
-      {{"--id", "7", "--pjl", "--target", "flash1"},
-       uel + "@PJL ENTER LANGUAGE = PCL\n" + uel + "@PJL SET QDOWNLOADTARGET = flash1\n\x1B*c7D",
-       "\x1B*c5F" + uel + "@PJL SET QDOWNLOADTARGET = ram\n" + uel +
-           "@PJL RDYMSG DISPLAY = \"\"\n" + uel},
-  };
-  for (const auto& c : cases) {
+  const auto expect = [&](const Words& options, const std::string& before,
+                          const std::string& after) {
     std::filesystem::remove(folder.Path() / "sent");
     Words words = {"download", font, "--to", folder / "sent"};
-    words.insert(words.end(), c.options.begin(), c.options.end());
+    words.insert(words.end(), options.begin(), options.end());
     EXPECT_EQ(Font(words).status, 0);
-    EXPECT_EQ(ReadFile(folder / "sent"), c.before + SampleFont() + c.after);
-  }
+    EXPECT_EQ(ReadFile(folder / "sent"), before + SampleFont() + after);
+  };
+  expect({"--id", "5"}, "\x1B*c5D", "\x1B*c5F");
+  expect({"--id", "7", "--pjl", "--target", "flash1"},
+         uel + "@PJL ENTER LANGUAGE = PCL\n" + uel + "@PJL SET QDOWNLOADTARGET = flash1\n\x1B*c7D",
+         "\x1B*c5F" + uel + "@PJL SET QDOWNLOADTARGET = ram\n" + uel +
+             "@PJL RDYMSG DISPLAY = \"\"\n" + uel);
 }
 
 TEST(FontCommands, DrawTheCharacters) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "api/hvapi.h"
 #include "fontconv/afm_reader.h"
@@ -54,21 +55,14 @@ TEST(AfmReader, ReadsTheGlobalMetrics) {
   const Reading font = Read(hvtest::AfmFile("Times-Bold"));
   EXPECT_EQ(font.code, HV_OK);
   EXPECT_STREQ(font->fontName, "Times-Bold");
-  EXPECT_EQ(font->weight, 700);
-  EXPECT_EQ(font->italicAngle, -125);
-  EXPECT_EQ(font->variablePitch, 1);
-  EXPECT_EQ(font->fontBBox.left, -10);
-  EXPECT_EQ(font->fontBBox.bottom, -200);
-  EXPECT_EQ(font->fontBBox.right, 1000);
-  EXPECT_EQ(font->fontBBox.top, 900);
-  EXPECT_EQ(font->underlinePosition, -100);
-  EXPECT_EQ(font->underlineThickness, 50);
-  EXPECT_EQ(font->ascender, 710);
-  EXPECT_EQ(font->charSet, 0);
-  EXPECT_EQ(font->firstChar, 32);
-  EXPECT_EQ(font->lastChar, 255);
-  EXPECT_EQ(font->pitchAndFamily, 0);
-  EXPECT_EQ(font->maxWidth, 722);
+  const hv::FontMetricsRecord& m = *font.record;
+  EXPECT_EQ((std::vector<int32_t>{m.weight, m.italicAngle, m.variablePitch, m.underlinePosition,
+                                  m.underlineThickness, m.ascender, m.charSet, m.firstChar,
+                                  m.lastChar, m.pitchAndFamily, m.maxWidth}),
+            (std::vector<int32_t>{700, -125, 1, -100, 50, 710, 0, 32, 255, 0, 722}));
+  const auto& box = m.fontBBox;
+  EXPECT_EQ((std::vector<int32_t>{box.left, box.bottom, box.right, box.top}),
+            (std::vector<int32_t>{-10, -200, 1000, 900}));
   // 250 for 32 and 160, 722 for 65, 721 for 196, 333 for 175, 350 for the 251 others.
   EXPECT_EQ(font->avgWidth, (2 * 250 + 722 + 721 + 333 + 251 * 350) / 256);
 }

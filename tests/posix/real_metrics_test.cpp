@@ -243,20 +243,13 @@ TEST(FontConvertDisk, TellsOfAFullDisk) {
   HvFontInfo info;
   ASSERT_EQ(HvFonQueryInfo(pcl.c_str(), &info, 0, 0), HV_OK);
   tfm.copy(info.companionPath1, tfm.size());
-  const struct {
-    const std::string& source;
-    int32_t type;
-    int32_t code;
-  } cases[] = {{afm, 1, HV_OK},
-               {pfm, 3, HV_WRITE_FAILED},
-               {dlf, 4, HV_SYSTEM_FAILURE},
-               {pcl, 5, HV_SYSTEM_FAILURE},
-               {pcl, 17, HV_SYSTEM_FAILURE},
-               {pcl, 6, HV_SYSTEM_FAILURE},
-               {pcl, 16, HV_SYSTEM_FAILURE}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(HvFonConvert(c.source.c_str(), full.c_str(), &info, 2, c.type), c.code) << c.type;
-  }
+  const auto expect = [&](const std::string& source, int32_t type, int32_t code) {
+    EXPECT_EQ(HvFonConvert(source.c_str(), full.c_str(), &info, 2, type), code) << type;
+  };
+  expect(afm, 1, HV_OK);
+  expect(pfm, 3, HV_WRITE_FAILED);
+  expect(dlf, 4, HV_SYSTEM_FAILURE);
+  for (const int32_t type : {5, 17, 6, 16}) expect(pcl, type, HV_SYSTEM_FAILURE);
 }
 
 TEST(FontConvertDisk, LeavesAFileThatItMayNotWrite) {

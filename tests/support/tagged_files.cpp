@@ -96,35 +96,23 @@ std::string TaggedFile(const std::string& order, const std::vector<TaggedFontFil
 
 TaggedFontFile SampleTaggedFont() {
   TaggedFontFile font;
-  font.entries = {
-      {400, 3, {0}, ""},
-      {401, 2, {}, "A notice"},
-      {406, 5, {1, 72}, ""},
-      {407, 5, {12, 1}, ""},
-      {408, 5, {1000, 1}, ""},
-      {409, 1, {1}, ""},
-      {410, 1, {0}, ""},
-      {411, 1, {179}, ""},
-      {412, 3, {0}, ""},
-      {413, 17, {1250}, ""},
-      {414, 1, {60}, ""},
-      {415, 1, {0x82}, ""},
-      {417, 2, {}, "Sample  "},
-      {419, 5, {1001, 2}, ""},
-      {422, 3, {1250}, ""},
-      {423, 3, {700}, ""},
-      {424, 3, {500}, ""},
-      {425, 3, {950}, ""},
-      {426, 17, {-250}, ""},
-      {427, 3, {720}, ""},
-      {428, 17, {-210}, ""},
-      {429, 17, {-100}, ""},
-      {430, 3, {50}, ""},
-      {433, 3, {250, 722, 700, 710}, ""},
-      {439, 17, {3, 1, 2, -80, 2, 1, 40, 9, 1, 5}, ""},
-      {442, 2, {}, "4101"},
-      {443, 1, {1, 2, 3, 4, 5, 6}, ""},
-  };
+  font.entries = {{401, 2, {}, "A notice"}, {417, 2, {}, "Sample  "}, {442, 2, {}, "4101"}};
+  const std::pair<unsigned, int64_t> bytes[] = {
+      {409, 1}, {410, 0}, {411, 179}, {414, 60}, {415, 0x82}};
+  for (const auto& [tag, value] : bytes) font.Set(tag, 1, {value});
+  const std::pair<unsigned, int64_t> words[] = {{400, 0},   {412, 0},   {422, 1250}, {423, 700},
+                                                {424, 500}, {425, 950}, {427, 720},  {430, 50}};
+  for (const auto& [tag, value] : words) font.Set(tag, 3, {value});
+  const std::pair<unsigned, int64_t> signedWords[] = {
+      {413, 1250}, {426, -250}, {428, -210}, {429, -100}};
+  for (const auto& [tag, value] : signedWords) font.Set(tag, 17, {value});
+  font.Set(406, 5, {1, 72});
+  font.Set(407, 5, {12, 1});
+  font.Set(408, 5, {1000, 1});
+  font.Set(419, 5, {1001, 2});
+  font.Set(433, 3, {250, 722, 700, 710});
+  font.Set(439, 17, {3, 1, 2, -80, 2, 1, 40, 9, 1, 5});
+  font.Set(443, 1, {1, 2, 3, 4, 5, 6});
   TaggedSymbolSet roman = {"8U", std::vector<unsigned>(256, 0xFFFF)};
   roman.glyphs[32] = roman.glyphs[160] = 0;
   roman.glyphs['A'] = 1;
