@@ -13,6 +13,19 @@ std::string Be32(uint32_t value);
 std::string Le16(unsigned value);
 std::string Le32(uint32_t value);
 
+// Octets, words and an offset, low byte first; of each number the low bits.
+template <typename... Numbers>
+std::string Octets(Numbers... numbers) {
+  return {static_cast<char>(numbers & 0xFF)...};
+}
+template <typename... Numbers>
+std::string Words(Numbers... numbers) {
+  return (Le16(static_cast<unsigned>(numbers) & 0xFFFF) + ...);
+}
+inline std::string Offset(std::size_t offset) {
+  return Le32(static_cast<uint32_t>(offset));
+}
+
 // The text in a field of `size` bytes, filled up with `filler`.
 std::string Field(const std::string& text, std::size_t size, char filler = '\0');
 

@@ -5,44 +5,26 @@
 namespace hvtest {
 namespace {
 
-char Byte(unsigned value) {
-  return static_cast<char>(value & 0xFF);
-}
-
-std::string Word(int value) {
-  return Le16(static_cast<unsigned>(value) & 0xFFFF);
-}
-
-template <typename... Numbers>
-std::string Words(Numbers... numbers) {
-  return (Word(numbers) + ...);
-}
-
 // Where the sections of a file begin, in bytes from its start; 0 for none.
 struct Places {
   std::size_t size = 0, device = 0, face = 0, metrics = 0, widths = 0, kerning = 0, driver = 0;
 };
 
-std::string Offset(std::size_t offset) {
-  return Le32(static_cast<uint32_t>(offset));
-}
-
 std::string Header(const FontMetrics& font, const Places& at, bool psm) {
-  std::string header = Word(0x100) + Offset(at.size) + Field(font.copyright, 60);
-  header +=
-      Words(psm ? 0x8280 : 0x81, 10, 300, 300, font.ascender, font.internalLeading, psm ? 196 : 0);
-  header += {Byte(font.italicAngle != 0 ? 1 : 0), '\0', '\0'};
-  header += Word(static_cast<int>(font.weight)) + Byte(font.charSet);
-  header += Word(psm && font.variable ? 0 : font.maximumWidth) + Word(font.boxHeight);
-  header += Byte(font.family + (font.variable ? 1 : 0));
-  header += Word(font.averageWidth) + Word(font.maximumWidth);
-  header += {Byte(font.first), Byte(font.last), Byte(149 - font.first), '\0'};
-  return header + Word(0) + Offset(at.device) + Offset(at.face) + Le32(0) + Le32(0);
+  return Words(0x100) + Offset(at.size) + Field(font.copyright, 60) +
+         Words(psm ? 0x8280 : 0x81, 10, 300, 300, font.ascender, font.internalLeading,
+               psm ? 196 : 0) +
+         Octets(font.italicAngle != 0 ? 1 : 0, 0, 0) + Words(font.weight) + Octets(font.charSet) +
+         Words(psm && font.variable ? 0 : font.maximumWidth, font.boxHeight) +
+         Octets(font.family + (font.variable ? 1 : 0)) +
+         Words(font.averageWidth, font.maximumWidth) +
+         Octets(font.first, font.last, 149 - font.first, 0) + Words(0) + Offset(at.device) +
+         Offset(at.face) + Offset(0) + Offset(0);
 }
 
 std::string Extension(const Places& at) {
-  return Word(30) + Offset(at.metrics) + Offset(at.widths) + Le32(0) + Offset(at.kerning) +
-         Le32(0) + Offset(at.driver) + Le32(0);
+  return Words(30) + Offset(at.metrics) + Offset(at.widths) + Offset(0) + Offset(at.kerning) +
+         Offset(0) + Offset(at.driver) + Offset(0);
 }
 
 std::string Metrics(const FontMetrics& f) {
@@ -50,15 +32,14 @@ std::string Metrics(const FontMetrics& f) {
   const int thickness = f.underlineThickness;
   return Words(52, 240, 0, 1000, 3, 1000, 1000, f.capHeight, f.xHeight, f.ascent, f.descent,
                f.italicAngle, -500, 250, 500, 500, line, thickness, line / 2, line, thickness / 2,
-               thickness / 2, 500, 100, static_cast<int>(f.kerning.size()), 0);
+               thickness / 2, 500, 100, f.kerning.size(), 0);
 }
 
 std::string KerningTable(const FontMetrics& font) {
   if (font.kerning.empty()) return {};
-  std::string table = Word(static_cast<int>(font.kerning.size()));
+  std::string table = Words(font.kerning.size());
   for (const Kerning& pair : font.kerning) {
-    table += {Byte(pair.first), Byte(pair.second)};
-    table += Word(pair.amount);
+    table += Octets(pair.first, pair.second) + Words(pair.amount);
   }
   return table;
 }
@@ -78,7 +59,7 @@ std::string PostScriptPfm(const FontMetrics& font) {
 
   std::string file = Header(font, at, false) + Extension(at) + Metrics(font);
   file += Field("PostScript", 11) + font.face + '\0' + font.fontName + '\0';
-  for (const int width : font.widths) file += Word(width);
+  for (const int width : font.widths) file += Words(width);
   return file + KerningTable(font);
 }
 
@@ -86,8 +67,8 @@ std::string LaserPrinterPsm(const FontMetrics& font) {
   std::string widths;
   std::string pixels;
   for (const int width : font.widths) {
-    widths += Le32(static_cast<uint32_t>(width));
-    pixels += Le32(static_cast<uint32_t>(width * 416 / 1000 / 10));
+    widths += Offset(static_cast<std::size_t>(width));
+    pixels += Offset(static_cast<std::size_t>(width * 416 / 1000 / 10));
   }
   widths += Le32(0);
   if (!font.variable) widths = pixels = "";
@@ -104,8 +85,7 @@ std::string LaserPrinterPsm(const FontMetrics& font) {
   std::string file = Header(font, at, true) + widths + Extension(at);
   file += Field("IBM LaserPrinter", 20) + Field(font.face.substr(0, 31), 32);
   file += Metrics(font) + pixels + Field(font.fontName.substr(0, 32), 33);
-  file += {Byte(font.first), Byte(font.last), '\x03', '\x33'};
-  return file + KerningTable(font);
+  return file + Octets(font.first, font.last, 3, 0x33) + KerningTable(font);
 }
 
 }  // namespace hvtest
