@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -151,6 +152,33 @@ TEST(RealFonts, AreTakenByGhostscriptUnderTheirNames) {
     expected += name + "\n";
   }
   EXPECT_EQ(RunGhostscript(folder, "-dNODISPLAY " + files), expected);
+}
+
+TEST(RealFonts, PrintTextWithGhostscript) {
+  if (!HasGhostscript()) GTEST_SKIP() << "gs is not installed";
+  const TestFolder folder;
+  std::string font;
+  for (const std::string& path : InstalledFonts(".pfb")) {
+    if (path.find("lmr10.pfb") != std::string::npos || font.empty()) font = path;
+  }
+  if (font.empty()) GTEST_SKIP() << "no Type 1 fonts are installed";
+  const std::string name = NameInFont(hvtest::ReadFile(font));
+  const std::string sent = SendToPrinter(folder, font, "font.prn");
+  // The font must be there before it is asked for; a printer would put another in its place.
+  folder.Add("page.ps", "FontDirectory /" + name + " known { (downloaded) = } if\n/" + name +
+                            " findfont 72 scalefont setfont 100 500 moveto (Hxg) show showpage\n");
+  const std::string boxes = RunGhostscript(folder, "-sDEVICE=bbox " + sent + " page.ps");
+  EXPECT_NE(boxes.find("downloaded"), std::string::npos) << boxes;
+  // Letters of 72 points on the line at 500: ascenders above it and a descender below.
+  const std::string numbers = FirstMatch(boxes, "%%BoundingBox: ([-0-9 ]+)");
+  std::istringstream box(numbers);
+  int left = 0;
+  int bottom = 0;
+  int right = 0;
+  int top = 0;
+  box >> left >> bottom >> right >> top;
+  EXPECT_TRUE(left >= 100 && left < 110 && right > 180 && right < 250) << boxes;
+  EXPECT_TRUE(bottom > 470 && bottom < 495 && top > 540 && top < 560) << boxes;
 }
 
 }  // namespace
