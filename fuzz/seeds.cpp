@@ -36,12 +36,6 @@ std::string Dlf(unsigned format, unsigned flags) {
   return font.Bytes();
 }
 
-std::string SomeLines() {
-  std::string text;
-  for (int i = 0; i < 40; ++i) text += "line " + std::to_string(i * i % 23) + "\n";
-  return text;
-}
-
 // Replies with options and with an accounting alert, behind their length word.
 void AddReplySeeds(std::vector<Seed>& seeds) {
   using hvtest::Container;
@@ -67,7 +61,7 @@ char DecoderChoice(const hvtest::Packing& packing) {
 
 // One archive and one member of each method, and one archive of all.
 void AddZipSeeds(std::vector<Seed>& seeds) {
-  const std::string text = SomeLines();
+  const std::string text = hvtest::MixedContent();
   std::vector<hvtest::ZipMember> all = {hvtest::Stored("folder/", ""),
                                         hvtest::Stored("../a\\b:c", "x")};
   for (const hvtest::Packing& packing : hvtest::Packings) {

@@ -262,12 +262,6 @@ TEST(FileDamage, OfRepliesStaysWithinTheirBounds) {
   }
 }
 
-std::string SomeText(std::size_t lines) {
-  std::string text;
-  for (std::size_t i = 0; i < lines; ++i) text += "line " + std::to_string(i * i % 23) + "\n";
-  return text;
-}
-
 uint32_t Get32(const std::string& bytes, std::size_t at) {
   uint32_t value = 0;
   for (std::size_t i = 4; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
@@ -304,7 +298,7 @@ std::pair<uint32_t, std::size_t> ExpectBounded(const hvtest::ZipArchive& zip) {
 }
 
 TEST(FileDamage, OfArchivesLeadsNowhereElse) {
-  const std::string text = SomeText(12);
+  const std::string text = hvtest::MixedContent();
   const hvtest::ZipArchive whole =
       hvtest::BuildZip({hvtest::Packed("dir/deflated", text, 8, hvtest::DeflateDynamic(text)),
                         hvtest::Packed("imploded", text, 6, hvtest::Implode(text, false, true), 4),
@@ -325,7 +319,7 @@ TEST(FileDamage, OfArchivesLeadsNowhereElse) {
 }
 
 TEST(FileDamage, OfPackedDataYieldsNoMoreThanDeclared) {
-  const std::string text = SomeText(30);
+  const std::string text = hvtest::MixedContent();
   for (const hvtest::Packing& packing : hvtest::Packings) {
     const auto read = [&](const std::string& damaged) {
       hvtest::ZipMember member =

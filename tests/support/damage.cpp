@@ -125,7 +125,7 @@ void MeetDamage(const std::string& name, const std::string& bytes, const NumberF
     EXPECT_EQ(folder.Names(), names);
   });
   EXPECT_EQ(OpenHandleCount(), handles);
-  std::printf("[ damage   ] %-30s %5u read, %5u refused\n", name.c_str(),
+  std::printf("[  damage  ] %-30s %5u read, %5u refused\n", name.c_str(),
               static_cast<unsigned>(readable), static_cast<unsigned>(met - readable));
 }
 

@@ -257,6 +257,17 @@ std::string DeflateDynamic(std::string_view content) {
   return Deflate(content, Z_BEST_COMPRESSION, Z_DEFAULT_STRATEGY);
 }
 
+std::string MixedContent() {
+  std::string content;
+  for (int i = 0; i < 30; ++i) content += "line " + std::to_string(i * i % 23) + "\n";
+  uint32_t state = 1;
+  for (int i = 0; i < 400; ++i) {
+    content += static_cast<char>('a' + (state >> 28));
+    state = state * 1664525 + 1013904223;
+  }
+  return content;
+}
+
 const Packing Packings[14] = {
     {"stored", 0, 0, [](std::string_view c) { return std::string(c); }},
     {"shrunk", 1, 0, Shrink},

@@ -36,6 +36,9 @@ std::string DeflateStored(std::string_view content);
 std::string DeflateFixed(std::string_view content);
 std::string DeflateDynamic(std::string_view content);
 
+// Lines that are alike, and as many letters without order as make deflate send codes of its own.
+std::string MixedContent();
+
 // A way to pack, as members of archives name it.
 struct Packing {
   const char* name;
