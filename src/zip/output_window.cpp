@@ -68,11 +68,7 @@ void OutputWindow::Write(std::span<const uint8_t> bytes) {
     bytes = bytes.first(static_cast<std::size_t>(limit_ - flushed_));
   }
   crc_ = UpdateCrc32(crc_, bytes);
-  while (!bytes.empty() && !writeFailed_) {
-    const std::span<const uint8_t> piece = bytes.first(std::min(bytes.size(), PieceSize));
-    writeFailed_ = platform::LowWrite(handle_, piece.data(), piece.size()) < piece.size();
-    bytes = bytes.subspan(piece.size());
-  }
+  writeFailed_ = platform::LowWrite(handle_, bytes.data(), bytes.size(), PieceSize) < bytes.size();
 }
 
 }  // namespace hv

@@ -3,7 +3,10 @@
 #include <errno.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
+
+#include <algorithm>
 
 #include "platform/posix/descriptor.h"
 #include "platform/posix/names.h"
@@ -67,8 +70,24 @@ int64_t LowRead(int32_t handle, void* buffer, std::size_t count) {
   return static_cast<int64_t>(count - left);
 }
 
-std::size_t LowWrite(int32_t handle, const void* bytes, std::size_t count) {
-  return WriteFully(handle, bytes, count);
+std::size_t LowWrite(int32_t handle, const void* bytes, std::size_t count, std::size_t piece) {
+  constexpr std::size_t PiecesOfCall = 32;
+  char* const from = static_cast<char*>(const_cast<void*>(bytes));
+  std::size_t done = 0;
+  while (done < count) {
+    iovec pieces[PiecesOfCall];
+    int pieceCount = 0;
+    for (std::size_t at = done; at < count && pieceCount < static_cast<int>(PiecesOfCall);) {
+      const std::size_t size = std::min(count - at, piece);
+      pieces[pieceCount++] = {from + at, size};
+      at += size;
+    }
+    const ssize_t written = writev(handle, pieces, pieceCount);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) break;
+    done += static_cast<std::size_t>(written);
+  }
+  return done;
 }
 
 int64_t LowSeek(int32_t handle, int64_t offset, LowOrigin origin) {

@@ -1,5 +1,7 @@
 #include "platform/low_file_calls.h"
 
+#include <algorithm>
+
 #include "platform/windows/windows_calls.h"
 
 namespace hv::platform {
@@ -55,11 +57,18 @@ int64_t LowRead(int32_t handle, void* buffer, std::size_t count) {
   return got == static_cast<UINT>(HFILE_ERROR) ? -1 : int64_t{got};
 }
 
-std::size_t LowWrite(int32_t handle, const void* bytes, std::size_t count) {
-  // Writing nothing would cut the file off where it stands.
-  if (count == 0) return 0;
-  const UINT written = _lwrite(handle, static_cast<const char*>(bytes), count);
-  return written == static_cast<UINT>(HFILE_ERROR) ? 0 : written;
+std::size_t LowWrite(int32_t handle, const void* bytes, std::size_t count, std::size_t piece) {
+  const char* const from = static_cast<const char*>(bytes);
+  std::size_t done = 0;
+  while (done < count) {
+    // Never nothing, which would cut the file off where it stands.
+    const UINT size = std::min(count - done, piece);
+    const UINT written = _lwrite(handle, from + done, size);
+    if (written == static_cast<UINT>(HFILE_ERROR)) break;
+    done += written;
+    if (written < size) break;
+  }
+  return done;
 }
 
 int64_t LowSeek(int32_t handle, int64_t offset, LowOrigin origin) {

@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <cstdarg>
@@ -102,6 +103,10 @@ ssize_t __wrap_read(int fd, void* buffer, size_t count) {
 ssize_t __real_write(int fd, const void* bytes, size_t count);
 ssize_t __wrap_write(int fd, const void* bytes, size_t count) {
   return Fails(ENOSPC) ? -1 : __real_write(fd, bytes, count);
+}
+ssize_t __real_writev(int fd, const iovec* pieces, int count);
+ssize_t __wrap_writev(int fd, const iovec* pieces, int count) {
+  return Fails(ENOSPC) ? -1 : __real_writev(fd, pieces, count);
 }
 off_t __real_lseek(int fd, off_t offset, int whence);
 off_t __wrap_lseek(int fd, off_t offset, int whence) {
