@@ -14,18 +14,32 @@ namespace hvtool {
 namespace {
 
 struct Options {
+  Options() { job.emulation = JOB_EMULATION_PCL; }
+
   MacroOptions macro;
   JobOptions job;
 };
 
-std::shared_ptr<Options> NewOptions() {
-  auto options = std::make_shared<Options>();
-  options->job.emulation = JOB_EMULATION_PCL;
-  return options;
+// What commands take that make a macro of a source.
+void AddMakingOptions(CLI::App* command, Options* options) {
+  AddSourceOptions(command, &options->macro);
+  AddJobOptions(command, &options->job, "--job-name");
+  AddIdentifierOption(command, &options->job);
+  AddMacroOptions(command, &options->macro);
+}
+
+// Runs a command with its records and its source; the status of what cannot be had of them.
+template <typename Run>
+int WithSource(const Options& options, Run run) {
+  HvJobInfo job = options.job.Record();
+  HvMacroInfo info;
+  if (!options.macro.Fill(&info)) return HV_BAD_ARGUMENT;
+  const SourceFile source(options.macro.source);
+  return source.Status() != HV_OK ? source.Status() : run(source, &job, &info);
 }
 
 void AddCreate(CLI::App* parent) {
-  const auto options = NewOptions();
+  const auto options = std::make_shared<Options>();
   CLI::App* command = AddCommand(
       parent, "create", "make a macro of a print file",
       "Makes a macro of a print file: a PCL macro definition or a PPDS macro block with the number "
@@ -36,19 +50,13 @@ void AddCreate(CLI::App* parent) {
       "\n"
       "    hvapi macro create letter.pcl --to letter.mac --id 5 --filter\n"
       "    hvapi macro create letter.pcl --to lp1 --id 5 --drop reset,form-feed");
-  AddSourceOptions(command, &options->macro);
-  AddJobOptions(command, &options->job, "--job-name");
-  AddIdentifierOption(command, &options->job);
-  AddMacroOptions(command, &options->macro);
+  AddMakingOptions(command, options.get());
   OnRun(command, [options] {
-    const HvJobInfo job = options->job.Record();
-    HvMacroInfo info;
-    if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
-    const SourceFile source(options->macro.source);
-    if (source.Status() != HV_OK) return source.Status();
-    const uint32_t code =
-        HvMacCreate(source.Path().c_str(), options->job.destination.c_str(), &job, &info);
-    return JobOutcome(code, options->job, source.Path(), source.Shown());
+    return WithSource(*options, [&](const SourceFile& source, HvJobInfo* job, HvMacroInfo* info) {
+      const uint32_t code =
+          HvMacCreate(source.Path().c_str(), options->job.destination.c_str(), job, info);
+      return JobOutcome(code, options->job, source.Path(), source.Shown());
+    });
   });
 }
 
@@ -72,13 +80,10 @@ Json Findings(const std::string& source, const HvJobInfo& job, const HvMacroInfo
 }
 
 void AddValidate(CLI::App* parent) {
-  struct ValidateOptions {
-    MacroOptions macro;
-    JobOptions job;
+  struct ValidateOptions : Options {
     bool json = false;
   };
   const auto options = std::make_shared<ValidateOptions>();
-  options->job.emulation = JOB_EMULATION_PCL;
   CLI::App* command = AddCommand(
       parent, "validate", "tell whether a file is a macro, and which",
       "Tells whether a file already is a macro of the language (PCL when --language is left out) "
@@ -94,21 +99,18 @@ void AddValidate(CLI::App* parent) {
   AddFlag(command, "--overlay", &options->macro.overlay, "Look for a PostScript overlay page");
   AddJsonOption(command, &options->json);
   OnRun(command, [options] {
-    HvJobInfo job = options->job.Record();
-    HvMacroInfo info;
-    if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
-    const SourceFile source(options->macro.source);
-    if (source.Status() != HV_OK) return source.Status();
-    const uint32_t code = HvMacValidate(source.Path().c_str(), &job, &info);
-    if (code != HV_OK) return Outcome(code, "cannot take " + source.Shown() + " for a macro");
-    constexpr std::size_t Column = 15;
-    const Json members = Findings(options->macro.source, job, info);
-    if (options->json) {
-      PrintJson(members);
-    } else {
-      PrintMembers(members, Column);
-    }
-    return int{HV_OK};
+    return WithSource(*options, [&](const SourceFile& source, HvJobInfo* job, HvMacroInfo* info) {
+      const uint32_t code = HvMacValidate(source.Path().c_str(), job, info);
+      if (code != HV_OK) return Outcome(code, "cannot take " + source.Shown() + " for a macro");
+      constexpr std::size_t Column = 15;
+      const Json members = Findings(options->macro.source, *job, *info);
+      if (options->json) {
+        PrintJson(members);
+      } else {
+        PrintMembers(members, Column);
+      }
+      return int{HV_OK};
+    });
   });
 }
 
@@ -127,15 +129,12 @@ uint32_t Prepare(const std::string& source, uint32_t mode, HvJobInfo* job, HvMac
 }
 
 void AddDownload(CLI::App* parent) {
-  struct DownloadOptions {
-    MacroOptions macro;
-    JobOptions job;
+  struct DownloadOptions : Options {
     bool once = false;
     bool store = false;
     bool raw = false;
   };
   const auto options = std::make_shared<DownloadOptions>();
-  options->job.emulation = JOB_EMULATION_PCL;
   CLI::App* command = AddCommand(
       parent, "download", "send a macro to a printer",
       "Sends a macro, or a print file that becomes one on the way, to a printer. With --once (the "
@@ -146,10 +145,7 @@ void AddDownload(CLI::App* parent) {
       "\n"
       "    hvapi macro download letter.mac --to lp1 --pjl --store --target flash1 --id 5\n"
       "    hvapi macro download letter.pcl --to lp1 --pjl --filter --id 5 --name Letterhead");
-  AddSourceOptions(command, &options->macro);
-  AddJobOptions(command, &options->job, "--job-name");
-  AddIdentifierOption(command, &options->job);
-  AddMacroOptions(command, &options->macro);
+  AddMakingOptions(command, options.get());
   CLI::Option* once = AddFlag(command, "--once", &options->once, "Print it once");
   CLI::Option* store = AddFlag(command, "--store", &options->store, "Keep it in the printer");
   CLI::Option* raw =
@@ -163,22 +159,19 @@ void AddDownload(CLI::App* parent) {
   AddPersonalityOption(command, &options->job);
   AddClassOption(command, &options->job);
   OnRun(command, [options] {
-    HvJobInfo job = options->job.Record();
-    HvMacroInfo info;
-    if (!options->macro.Fill(&info)) return int{HV_BAD_ARGUMENT};
-    const SourceFile source(options->macro.source);
-    if (source.Status() != HV_OK) return source.Status();
-    if (source.IsInput() && options->macro.name.empty()) std::strcpy(info.name, NameOfInput);
-    const uint32_t mode = options->store ? MACRO_STORE
-                          : options->raw ? MACRO_SEND_RAW
-                                         : MACRO_PRINT_ONCE;
-    const uint32_t prepared = Prepare(source.Path(), mode, &job, &info);
-    if (prepared != HV_OK && prepared != HV_WRONG_LANGUAGE) {
-      return Outcome(prepared, "cannot download " + source.Shown());
-    }
-    const uint32_t code = HvMacDownload(source.Path().c_str(), options->job.destination.c_str(),
-                                        &job, &info, mode, prepared);
-    return JobOutcome(code, options->job, source.Path(), source.Shown());
+    return WithSource(*options, [&](const SourceFile& source, HvJobInfo* job, HvMacroInfo* info) {
+      if (source.IsInput() && options->macro.name.empty()) std::strcpy(info->name, NameOfInput);
+      const uint32_t mode = options->store ? MACRO_STORE
+                            : options->raw ? MACRO_SEND_RAW
+                                           : MACRO_PRINT_ONCE;
+      const uint32_t prepared = Prepare(source.Path(), mode, job, info);
+      if (prepared != HV_OK && prepared != HV_WRONG_LANGUAGE) {
+        return Outcome(prepared, "cannot download " + source.Shown());
+      }
+      const uint32_t code = HvMacDownload(source.Path().c_str(), options->job.destination.c_str(),
+                                          job, info, mode, prepared);
+      return JobOutcome(code, options->job, source.Path(), source.Shown());
+    });
   });
 }
 
@@ -209,7 +202,7 @@ constexpr SwitchCommand SwitchCommands[] = {
 };
 
 void AddSwitch(CLI::App* parent, const SwitchCommand& what) {
-  const auto options = NewOptions();
+  const auto options = std::make_shared<Options>();
   CLI::App* command = AddCommand(parent, what.name, what.brief, what.manual);
   AddJobOptions(command, &options->job, "--job-name");
   AddIdentifierOption(command, &options->job);
