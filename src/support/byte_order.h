@@ -40,13 +40,4 @@ inline void StoreBe32(uint8_t* p, uint32_t value) {
   StoreBe16(p + 2, static_cast<uint16_t>(value));
 }
 
-// Reverse the order of the bytes in place, for values read in the order of the other kind of
-// machine.
-inline void SwapBytes16(uint16_t* value) {
-  *value = static_cast<uint16_t>(*value >> 8 | *value << 8);
-}
-inline void SwapBytes32(uint32_t* value) {
-  *value = *value >> 24 | (*value >> 8 & 0xFF00) | (*value & 0xFF00) << 8 | *value << 24;
-}
-
 }  // namespace hv

@@ -6,7 +6,6 @@
 
 #include "fonts/font_paths.h"
 #include "fonts/pfm_reader.h"
-#include "support/byte_order.h"
 #include "support/font_files.h"
 #include "support/test_folder.h"
 
@@ -43,15 +42,6 @@ TEST(FontPaths, CutOutBaseNameAndExtension) {
   expect("font.", "font", "");
   expect(".ttf", "", "TTF");
   expect("a:b:c.\xE4z", "c", "\xE4Z");
-}
-
-TEST(ByteOrder, Swaps) {
-  uint16_t word = 0x12FE;
-  hv::SwapBytes16(&word);
-  EXPECT_EQ(word, 0xFE12);
-  uint32_t doubleWord = 0x123456FE;
-  hv::SwapBytes32(&doubleWord);
-  EXPECT_EQ(doubleWord, 0xFE563412U);
 }
 
 TEST(PfmReader, GivesTheDeviceName) {
