@@ -7,15 +7,14 @@
 // whole program had at most; it stays the same for jobs of any size.
 
 #include <benchmark/benchmark.h>
-#include <sys/resource.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "hvapi.h"
+#include "paired.h"
 
 namespace {
 
@@ -54,10 +53,9 @@ double SecondsToCreate(const std::string& source, const std::string& target, uin
   HvMacroInfo info = {};
   info.flags = flags;
   fs::remove(target);
-  const auto start = std::chrono::steady_clock::now();
-  if (HvMacCreate(source.c_str(), target.c_str(), &job, &info) != HV_OK) std::abort();
-  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-  return taken.count();
+  return hvbench::SecondsOf([&] {
+    if (HvMacCreate(source.c_str(), target.c_str(), &job, &info) != HV_OK) std::abort();
+  });
 }
 
 void Filter(benchmark::State& state) {
@@ -75,20 +73,15 @@ void Filter(benchmark::State& state) {
     speed += raw / filtered;
   }
   state.counters["speed"] = benchmark::Counter(speed, benchmark::Counter::kAvgIterations);
-  rusage usage = {};
-  getrusage(RUSAGE_SELF, &usage);
-  state.counters["peak_MB"] = static_cast<double>(usage.ru_maxrss) / 1024;
+  state.counters["peak_MB"] = hvbench::OwnPeakMegabytes();
   fs::remove_all(folder);
 }
 
 BENCHMARK(Filter)
     ->ArgNames({"MB", "row"})
     ->ArgsProduct({{5, 200}, {600, 100, 0}})
-    ->Iterations(1)
     ->Repetitions(5)
-    ->ReportAggregatesOnly()
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+    ->Apply(hvbench::Paired);
 
 }  // namespace
 

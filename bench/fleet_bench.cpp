@@ -15,7 +15,6 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -32,6 +31,7 @@
 
 #include "fleet/printers.h"
 #include "hvapi.h"
+#include "paired.h"
 
 namespace {
 
@@ -208,8 +208,7 @@ Run Drive(const char* way, int workerCount, int calls, const std::vector<Manner>
     int status = -1;
     rusage usage = {};
     Need(wait4(worker, &status, 0, &usage) == worker && status == 0, "the end of a worker");
-    run.workerMegabytes =
-        std::max(run.workerMegabytes, static_cast<double>(usage.ru_maxrss) / 1024);
+    run.workerMegabytes = std::max(run.workerMegabytes, hvbench::PeakMegabytes(usage));
     for (const timeval& time : {usage.ru_utime, usage.ru_stime}) {
       run.workerSeconds +=
           static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
@@ -268,11 +267,8 @@ BENCHMARK(Fleet)
     ->ArgNames({"workers", "calls", "bad"})
     ->ArgsProduct({{4}, {250, 32, 4}, {0, 10}})
     ->ArgsProduct({{64}, {1}, {0, 10}})
-    ->Iterations(1)
     ->Repetitions(3)
-    ->ReportAggregatesOnly()
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+    ->Apply(hvbench::Paired);
 
 }  // namespace
 

@@ -7,16 +7,14 @@
 // memory that the whole program had at most; it stays the same for jobs of any size.
 
 #include <benchmark/benchmark.h>
-#include <sys/resource.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
 
+#include "paired.h"
 #include "pclxl/stream_conversion.h"
 
 namespace {
@@ -45,13 +43,6 @@ void WriteJob(int64_t megabytes, bool image) {
   if (!file.flush()) std::abort();
 }
 
-double Seconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-  return taken.count();
-}
-
 // The file read and written twice, by the buffers that streams have here too.
 void CopyTwice() {
   const auto copy = [](const char* from, const char* to) {
@@ -77,9 +68,9 @@ void Convert(benchmark::State& state) {
   double toCopies = 0;
   for ([[maybe_unused]] auto _ : state) {
     for (const char* file : {"copy1", "copy2"}) fs::remove(file);
-    const double copies = Seconds(CopyTwice);
+    const double copies = hvbench::SecondsOf(CopyTwice);
     for (const char* file : {PclXlWorkFiles::Page, PclXlWorkFiles::Output}) fs::remove(file);
-    const double conversion = Seconds([] {
+    const double conversion = hvbench::SecondsOf([] {
       const PclXlWorkFiles files;
       if (hv::PclXlConvertStream(files, "Page", 0) != 0) std::abort();
     });
@@ -87,9 +78,7 @@ void Convert(benchmark::State& state) {
     toCopies += conversion / copies;
   }
   state.counters["to_copies"] = benchmark::Counter(toCopies, benchmark::Counter::kAvgIterations);
-  rusage usage = {};
-  getrusage(RUSAGE_SELF, &usage);
-  state.counters["peak_MB"] = static_cast<double>(usage.ru_maxrss) / 1024;
+  state.counters["peak_MB"] = hvbench::OwnPeakMegabytes();
 
   fs::current_path(before);
   fs::remove_all(name);
@@ -98,11 +87,8 @@ void Convert(benchmark::State& state) {
 BENCHMARK(Convert)
     ->ArgNames({"MB", "image"})
     ->ArgsProduct({{5, 50, 200}, {1, 0}})
-    ->Iterations(1)
     ->Repetitions(5)
-    ->ReportAggregatesOnly()
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+    ->Apply(hvbench::Paired);
 
 }  // namespace
 

@@ -8,17 +8,17 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
+
+#include "paired.h"
 
 namespace {
 
@@ -65,17 +65,17 @@ Cost Run(const Workspace& workspace, std::vector<std::string> words) {
   std::vector<char*> arguments;
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
-  const auto start = std::chrono::steady_clock::now();
-  pid_t child = 0;
-  int status = -1;
   rusage usage = {};
-  if (posix_spawnp(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0 ||
-      wait4(child, &status, 0, &usage) != child || status != 0 ||
-      fs::file_size(workspace.Target()) != fs::file_size(workspace.Source())) {
-    std::abort();
-  }
-  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-  return {taken.count(), static_cast<double>(usage.ru_maxrss) / 1024};
+  const double seconds = hvbench::SecondsOf([&] {
+    pid_t child = 0;
+    int status = -1;
+    if (posix_spawnp(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0 ||
+        wait4(child, &status, 0, &usage) != child || status != 0 ||
+        fs::file_size(workspace.Target()) != fs::file_size(workspace.Source())) {
+      std::abort();
+    }
+  });
+  return {seconds, hvbench::PeakMegabytes(usage)};
 }
 
 void SendFile(benchmark::State& state) {
@@ -95,16 +95,8 @@ void SendFile(benchmark::State& state) {
   state.counters["peak_MB"] = peak;
 }
 
-BENCHMARK(SendFile)
-    ->ArgName("MB")
-    ->Arg(5)
-    ->Arg(50)
-    ->Arg(500)
-    ->Iterations(1)
-    ->Repetitions(9)
-    ->ReportAggregatesOnly()
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(SendFile)->ArgName("MB")->Arg(5)->Arg(50)->Arg(500)->Repetitions(9)->Apply(
+    hvbench::Paired);
 
 }  // namespace
 
