@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "support/ascii.h"
 #include "support/fixed_text.h"
+#include "support/path_text.h"
 
 namespace hv {
 namespace {
@@ -126,8 +127,13 @@ uint32_t ValidatePclXlMacro(platform::Stream* source, const HvJobInfo& job, HvMa
 bool IsPclXlWorkFile(const char* path) {
   // A file that is looked at cannot be deleted on every system, so that nobody else may be at them.
   const PclXlWorkFiles held;
+  const std::size_t nameStart = FileNameStart(path);
+  const std::string folder(path, nameStart);
+  // One that is not there yet has no more than its name.
+  const bool isHere = folder.empty() || platform::NameSameFile(folder.c_str(), ".");
   for (const char* file : {PclXlWorkFiles::Input, PclXlWorkFiles::Page, PclXlWorkFiles::Output}) {
-    if (EqualsIgnoreCase(path, file) || platform::NameSameFile(path, file)) return true;
+    const bool isNamed = isHere && EqualsIgnoreCase(path + nameStart, file);
+    if (isNamed || platform::NameSameFile(path, file)) return true;
   }
   return false;
 }
