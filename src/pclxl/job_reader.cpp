@@ -125,6 +125,7 @@ void PclXlJobReader::PassPlainOperators() {
   while (at + Longest <= filled_) {
     const unsigned length = PclXlPlainLengths[bytes[at]];
     if (length == 1) {
+      lastOperator_ = bytes[at];
       next_ = ++at;
       values = 0;
     } else if (length > 1 && bytes[at + length] == PclXlAttribute && ++values < MaxValues) {

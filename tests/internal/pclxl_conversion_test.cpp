@@ -202,10 +202,14 @@ TEST(PclXlConversion, SaysWhereItStopped) {
       {begin + "\x6B\xC0\x01\xF8\x8B\x5E", {52, 0x5E, begin.size() + 5}},
       {begin + "\x6B\x7E", {3, 0x7E, begin.size() + 1}},
       {begin + "\x6B", {1, 0x6B, begin.size() + 1}},
+      {begin + "\x6B\xC8\xC0\xFF, much of which is missing", {1, 0x6B, begin.size() + 1}},
       {begin + PageEnd + "\x43", {51, 0x43, begin.size() + PageEnd.size()}},
   };
-  // Byte by byte: no part of the job may depend on what a read brings.
-  for (const auto& [job, reading] : cases) EXPECT_EQ(ReadPclXl(job, 1), reading);
+  // Byte by byte, too: no part of the job may depend on what a read brings.
+  for (const auto& [job, reading] : cases) {
+    EXPECT_EQ(ReadPclXl(job), reading);
+    EXPECT_EQ(ReadPclXl(job, 1), reading);
+  }
 }
 
 TEST(PclXlConversion, FailsOverItsWorkFiles) {
