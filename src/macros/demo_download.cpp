@@ -132,22 +132,20 @@ uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* jo
   uint32_t size = 0;
   if (!SizeOfOpenFile(source, file.get(), &size)) return HV_READ_FAILED;
 
+  HvJobInfo framed = *job;
+  if (info.method == DEMO_METHOD_POSTSCRIPT) {
+    framed.emulation = JOB_EMULATION_POSTSCRIPT;
+  } else if (info.method != DEMO_METHOD_NOTHING) {
+    framed.emulation = JOB_EMULATION_PCL;
+  }
   PrinterChannel channel;
-  channel.job = job;
+  channel.job = &framed;
   channel.fileMode = FileModeReplace;
   channel.targetDevice = info.target;
-  // The language of the framing. A job that did not begin keeps its own.
-  const int32_t languageBefore = job->emulation;
-  if (info.method == DEMO_METHOD_POSTSCRIPT) {
-    job->emulation = JOB_EMULATION_POSTSCRIPT;
-  } else if (info.method != DEMO_METHOD_NOTHING) {
-    job->emulation = JOB_EMULATION_PCL;
-  }
   const uint32_t begun = BeginFramedJob(destination, &channel);
-  if (begun != HV_OK) {
-    if (channel.status == 0) job->emulation = languageBefore;
-    return begun;
-  }
+  // A job that did not begin keeps its language.
+  if (begun == HV_OK || channel.status != 0) job->emulation = framed.emulation;
+  if (begun != HV_OK) return begun;
 
   const Demo demo = {
       file.get(), size, info, StoredName(info.name, source), TargetDeviceTable[info.target],
