@@ -14,11 +14,7 @@ uint32_t ValidateMacro(const char* source, HvJobInfo* job, HvMacroInfo* info) {
   if (checked != HV_OK) return checked;
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(source, "rb");
   if (file == nullptr) return HV_CANNOT_OPEN;
-  if (job->emulation != JOB_EMULATION_PCLXL) {
-    const uint32_t found = AnalyzeMacroSource(file.get(), job, info);
-    // What could not be read to its end is not known to be no macro.
-    return found == HV_WRONG_LANGUAGE && file->HasError() ? uint32_t{HV_READ_FAILED} : found;
-  }
+  if (job->emulation != JOB_EMULATION_PCLXL) return AnalyzeMacroSource(file.get(), job, info);
   if ((info->flags & MACRO_FLAG_FILTER) != 0 && IsPclXlWorkFile(source)) return HV_CANNOT_OPEN;
   return ValidatePclXlMacro(file.get(), *job, info);
 }

@@ -119,7 +119,8 @@ uint32_t ValidatePclXlMacro(platform::Stream* source, const HvJobInfo& job, HvMa
   if (source->Read(header.data(), header.size()) < header.size()) return HV_READ_FAILED;
   if (std::string_view(header.data(), header.size()) != StreamHeader) return HV_BAD_PCLXL;
   const std::optional<std::string> name = FindPclXlStreamName(source);
-  if (!name) return HV_BAD_PCLXL;
+  // What could not be read on is not known to have no name.
+  if (!name) return source->HasError() ? HV_READ_FAILED : HV_BAD_PCLXL;
   SetFixedText(info->name, *name);
   return HV_OK;
 }

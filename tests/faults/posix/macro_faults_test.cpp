@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "faults/failing_memory.h"
+#include "faults/posix/failing_system.h"
 #include "hvapi.h"
 #include "support/jobs.h"
 #include "support/test_folder.h"
@@ -31,6 +34,27 @@ TEST(DemoFaults, LeaveTheLanguageOfAJobThatDidNotBegin) {
     EXPECT_EQ(code, failed ? HV_NO_MEMORY : HV_OK) << failing;
     const bool began = std::filesystem::remove(out);
     EXPECT_TRUE(began || job.emulation == JOB_EMULATION_PPDS) << failing;
+  }
+}
+
+// A source that cannot be read on is not judged by what was read.
+TEST(MacroFaults, AreNotTakenForTheEndOfTheSource) {
+  const TestFolder folder;
+  const std::string source = folder.Add("source", ") HP-PCL XL;1;1;\n");
+  for (const int32_t emulation : {2, 3, 5, 6}) {
+    std::vector<uint32_t> codes;
+    for (bool failed = true; failed;) {
+      HvJobInfo job = Job(0, emulation);
+      HvMacroInfo info = {};
+      const FailingSystem system(codes.size(), false);
+      codes.push_back(HvMacValidate(source.c_str(), &job, &info));
+      failed = system.Failed();
+    }
+    // Between the opening and the close.
+    const std::vector<uint32_t> read(
+        std::find(codes.rbegin(), codes.rend(), uint32_t{HV_CANNOT_OPEN}).base(), codes.end() - 2);
+    EXPECT_GE(read.size(), 2U);
+    EXPECT_EQ(read, std::vector<uint32_t>(read.size(), HV_READ_FAILED)) << emulation;
   }
 }
 
