@@ -7,6 +7,7 @@
 #include "api/file_operations.h"
 #include "channel/job_framing.h"
 #include "channel/sending.h"
+#include "macros/macro_commands.h"
 #include "macros/print_file.h"
 #include "support/byte_order.h"
 
@@ -51,7 +52,7 @@ void EndStoring(PrinterChannel* channel) {
 
 // A program that copies the job's data to a file of the device.
 uint32_t SendAsPostScript(const Demo& demo) {
-  std::string program = "statusdict begin currentfilenameextend false setfilenameextend end\n";
+  std::string program = PostScriptBeginDemo();
   program.append("/wf (%").append(demo.device).append("%").append(demo.FileName());
   program.append(
       ") (w) file def\n"
