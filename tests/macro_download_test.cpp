@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "hvapi.h"
-#include "support/fake_nbx.h"
 #include "support/macro_files.h"
 
 namespace {
@@ -90,31 +89,18 @@ TEST_F(MacroDownload, SendsWhatLanguageAndModeAskFor) {
     uint32_t validation;
     std::string bytes;
   } cases[] = {
-      {0, Once, 5, 0, 1, 29, Start + Body + End + Print},
       {0, Once, 5, 0, 1, 0, Body + Print},
       {0, Once, 5, Filter | Call, 4, 29, Start + "\x1B&f7y3x5Y" + "body" + End + Print},
       {0, Once, 2, 0, 1, 29, PpdsStart + Body + PpdsPrint},
-      {0, Once, 2, 0, 3, 0, Body + PpdsPrint},
       {0, Once, 3, 0, 1, 29, Body},
       {0, Once, 3, Filter, 4, 29, psBody + "\nshowpage "},
-      {0, Once, 3, Filter, 1, 0, "body"},
-      {0, Once, 6, 0, 4, 0, PclXl + Body},
 
-      {0, Store, 1, 0, 1, 29, Body},
-      {0, Store, 4, 0, 2, 0, Body},
-      {0, Store, 5, 0, 1, 29, Start + Body + End + Keep},
       {0, Store, 5, Call, 1, 0, Body + Keep},
       {0, Store, 2, 0, 1, 29, PpdsStart + Body},
-      {0, Store, 3, 0, 1, 29, psDefine + Body + "\n} def\n"},
       {0, Store, 3, Filter | Demo, 1, 29, psDefine + psBody + "\nshowpage \n} def\n"},
-      {0, Store, 3, 0, 2, 29, WriteFileTo("flash1%Name") + Body + "\x01\n"},
       {0, Store, 3, Filter, 3, 29, WriteFileTo("flash2%Name") + psBody + "\x01\n"},
       {0, Store, 3, Demo, 4, 29,
        DemoStart + WriteFileTo("disk1%Name.demo") + Body + "\x01\n" + DemoEnd},
-      {0, Store, 3, Demo | Filter, 5, 29,
-       DemoStart + WriteFileTo("disk2%Name.demo") + psBody + "\nshowpage \x01\n" + DemoEnd},
-      {0, Store, 3, Demo, 4, 0, Body},
-      {0, Store, 6, 0, 1, 0, "@PJL SET QDOWNLOADTARGET = ram\n" + PclXl + Body},
 
       {Pjl, Store, 5, 0, 1, 29, pcl + Start + Body + End + Keep + PjlEnd},
       {Pjl, Store, 5, 0, 4, 29,
@@ -122,7 +108,6 @@ TEST_F(MacroDownload, SendsWhatLanguageAndModeAskFor) {
            "@PJL DEFAULT QRESOURCE:\"disk1:5.p5macro\" QDESCRIPTION = \"Name\"\n" + PjlEnd},
       {Pjl, Store, 2, 0, 3, 0,
        Uel + PjlLanguage("PPDS") + PjlTarget("flash2") + Body + PjlTarget("ram") + PjlEnd},
-      {Pjl, Store, 1, 0, 3, 0, Uel + PjlTarget("flash2") + Body + PjlTarget("ram") + PjlEnd},
       {Pjl, Store, 3, 0, 4, 0, Uel + PjlLanguage("POSTSCRIPT") + Body + PjlEnd},
       {Pjl, Store, 6, 0, 5, 0,
        pcl + "@PJL SET QDOWNLOADTARGET = disk2\n" + PclXl + Body + PjlTarget("ram") + PjlEnd},
@@ -133,8 +118,6 @@ TEST_F(MacroDownload, SendsWhatLanguageAndModeAskFor) {
 
       {EscK, Store, 5, 0, 4, 29,
        EscKLanguage(2) + EscKToDevice + Start + Body + End + Keep + EscKToRam},
-      {EscK, Store, 3, 0, 4, 0, EscKLanguage(8) + Body},
-      {EscK, Store, 2, 0, 1, 0, EscKLanguage(1) + Body},
   };
   for (const auto& c : cases) {
     HvMacroInfo info = MacroInfo(c.flags, "Name", c.target);
@@ -143,10 +126,6 @@ TEST_F(MacroDownload, SendsWhatLanguageAndModeAskFor) {
     EXPECT_EQ(Download(Body, job, info, c.mode, c.validation), (SentMacro{HV_OK, c.bytes}))
         << &c - cases;
   }
-  HvJobInfo leadIn = MacroJob(2, 5, EscK);
-  leadIn.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
-  EXPECT_EQ(Download("x", leadIn, MacroInfo(0, "", 2), Raw, 0).bytes,
-            EscKLanguage(1) + EscKLeadIn + EscKToDevice + "x" + EscKToRam);
   // Raw, with any identifier.
   EXPECT_EQ(Download("x\x0C", MacroJob(5, 40000), MacroInfo(Filter), Raw, 0),
             (SentMacro{HV_OK, "x\x0C\x1B&f40000y10X"}));
@@ -185,51 +164,8 @@ TEST_F(MacroDownload, EndsTheJobOfAMacroThatItRefuses) {
             (SentMacro{HV_LIMIT_REACHED, begin + PjlTarget("flash1") + PjlTarget("ram") + PjlEnd}));
   // One that is a macro already has no count to be told.
   EXPECT_EQ(Download(large, job, MacroInfo(), Store, 0).code, HV_OK);
-  // Languages without macros are sent, but cannot be switched on.
-  for (const int32_t emulation : {1, 4}) {
-    EXPECT_EQ(Download("x", MacroJob(emulation), MacroInfo(), Once, 29),
-              (SentMacro{HV_BAD_ARGUMENT, "x"}));
-  }
-}
-
-TEST_F(MacroDownload, WritesInPiecesOfTheFilter) {
-  FakeNbx nbx(TEST_BINARY_FOLDER);
-  HvJobInfo job = MacroJob(5);
-  job.nbxAddress1 = 1;
-  job.nbxAddress2 = 2;
-  HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER);
-  const std::string source = folder_.Add("source", std::string(1500, 'x'));
-  EXPECT_EQ(HvMacDownload(source.c_str(), "printer", &job, &info, MACRO_STORE, 29), HV_OK);
-  std::vector<std::size_t> sizes;
-  for (const std::string& call : nbx.TakeCalls()) {
-    if (call.rfind("NbxWrite", 0) == 0) sizes.push_back((call.size() - call.rfind(' ') - 1) / 2);
-  }
-  EXPECT_EQ(sizes, (std::vector<std::size_t>{7, 1024, 476, 5, 8}));
-}
-
-TEST_F(MacroDownload, ReportsTheWriteThatThePrinterRefuses) {
-  FakeNbx nbx(TEST_BINARY_FOLDER);
-  const ScopedCurrentFolder here(folder_.Path());
-  const std::string source = folder_.Add("source", OnePagePclXlJob());
-  for (const int32_t emulation : {2, 3, 5, 6}) {
-    HvJobInfo job = MacroJob(emulation, 5, JOB_FLAG_PJL);
-    job.nbxAddress2 = 2;
-    for (const uint32_t mode : {MACRO_PRINT_ONCE, MACRO_STORE}) {
-      // Until a number that no write of the job has.
-      uint32_t code = HV_PRINTER_REFUSED;
-      for (int failing = 1; code != HV_OK; ++failing) {
-        ASSERT_LT(failing, 40);
-        const ScopedVariable fail("FAKE_NBX_FAIL_WRITE", std::to_string(failing));
-        HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER | MACRO_FLAG_DEMO, "Name", 4);
-        const uint32_t validation = emulation == 6 ? HV_OK : HV_WRONG_LANGUAGE;
-        code = HvMacDownload("source", "printer", &job, &info, mode, validation);
-        EXPECT_TRUE(code == HV_OK || code == HV_PRINTER_REFUSED) << emulation << " " << failing;
-        const std::vector<std::string> calls = nbx.TakeCalls();
-        EXPECT_EQ(calls.back().rfind("NbxClose", 0), 0U);
-        EXPECT_EQ(folder_.Names(), std::vector<std::string>{"source"});
-      }
-    }
-  }
+  // Of a language without macros it is sent, but cannot be switched on.
+  EXPECT_EQ(Download("x", MacroJob(4), MacroInfo(), Once, 29), (SentMacro{HV_BAD_ARGUMENT, "x"}));
 }
 
 TEST(MacroSwitch, SendsTheCommandOfTheLanguage) {
@@ -242,14 +178,11 @@ TEST(MacroSwitch, SendsTheCommandOfTheLanguage) {
     SentMacro off;
     SentMacro erased;
   } cases[] = {
-      {5, 123, {0, "\x1B&f123y4X"}, {0, "\x1B&f123y5X"}, {0, "\x1B&f123y8X"}},
       {5, 32767, {0, "\x1B&f32767y4X"}, {0, "\x1B&f32767y5X"}, {0, "\x1B&f32767y8X"}},
       {2, 0x1234, {0, Bytes("\x1B[l\x03\0\x05\x12\x34")}, {0, PpdsOff}, {0, ""}},
       {3, 5, {0, ""}, {0, ""}, {0, ""}},
       {6, 5, {0, ""}, {0, ""}, {1, ""}},
       {4, 5, {1, ""}, {1, ""}, {1, ""}},
-      {1, 5, {1, ""}, {1, ""}, {1, ""}},
-      {0, 5, {1, ""}, {1, ""}, {1, ""}},
       {7, 5, {1, ""}, {1, ""}, {1, ""}},
   };
   for (const auto& c : cases) {
@@ -269,19 +202,15 @@ TEST(MacroSwitch, ChecksItsArguments) {
   const HvJobInfo job = MacroJob(5);
   const HvJobInfo high = MacroJob(5, 32768);
   const std::string nowhere = folder / "none/out";
-  const struct {
-    const char* destination;
-    const HvJobInfo* job;
-    uint32_t code;
-  } cases[] = {
-      {nullptr, &job, HV_BAD_ARGUMENT},         {out.c_str(), nullptr, HV_BAD_ARGUMENT},
-      {tooLong.c_str(), &job, HV_BAD_ARGUMENT}, {out.c_str(), &high, HV_BAD_ARGUMENT},
-      {nowhere.c_str(), &job, HV_CANNOT_OPEN},
+  const auto expect = [](const char* destination, const HvJobInfo* record, uint32_t code) {
+    EXPECT_EQ(HvMacActivate(destination, record, 1), code);
+    EXPECT_EQ(HvMacDelete(destination, record), code);
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(HvMacActivate(c.destination, c.job, 1), c.code);
-    EXPECT_EQ(HvMacDelete(c.destination, c.job), c.code);
-  }
+  expect(nullptr, &job, HV_BAD_ARGUMENT);
+  expect(out.c_str(), nullptr, HV_BAD_ARGUMENT);
+  expect(tooLong.c_str(), &job, HV_BAD_ARGUMENT);
+  expect(out.c_str(), &high, HV_BAD_ARGUMENT);
+  expect(nowhere.c_str(), &job, HV_CANNOT_OPEN);
   EXPECT_EQ(folder.Names(), std::vector<std::string>{});
 }
 

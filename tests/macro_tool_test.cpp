@@ -16,10 +16,8 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
   const TestFolder folder;
   const ScopedCurrentFolder here(folder.Path());
   folder.Add("letter.pcl", "\033E\x1B&l3Xtext\x0C");
-  const struct {
-    const char* words;
-    std::string bytes;  // of the file "out"
-  } cases[] = {
+  // What the file "out" holds after a command.
+  const std::pair<std::string, std::string> cases[] = {
       {"create letter.pcl --to out --id 12 --filter --call 7",
        "\x1B&f12y0X\x1B&f7y3x12Y\x1B&l3Xtext\x1B&f1X"},
       {"create letter.pcl --to out --id 12 --drop copies,form-feed",
@@ -34,11 +32,11 @@ TEST(MacroTool, MakesChecksAndSwitchesMacros) {
       {"disable --to out --id 12", "\x1B&f12y5X"},
       {"delete --to out --id 12", "\x1B&f12y8X"},
   };
-  for (const auto& c : cases) {
-    const ProgramRun run = Hvapi(std::string("macro ") + c.words);
-    EXPECT_EQ(run.status, 0) << c.words << run.errors;
+  for (const auto& [words, bytes] : cases) {
+    const ProgramRun run = Hvapi("macro " + words);
+    EXPECT_EQ(run.status, 0) << words << run.errors;
     EXPECT_EQ(run.output, "");
-    EXPECT_EQ(ReadFile("out"), c.bytes) << c.words;
+    EXPECT_EQ(ReadFile("out"), bytes) << words;
   }
   EXPECT_EQ(ReadFile("printed"), "\x1B&f12y0Xtext\x0C\x1B&f1X\x1B&f12y4X\xFF\x0C\x1B&f12y5X");
   EXPECT_EQ(Hvapi("macro create letter.pcl --to out --id 12").status, 0);

@@ -1,7 +1,5 @@
 // Macros and demonstration files.
 
-#include <cstdio>
-
 #include "faults/scenario.h"
 #include "faults/sending_failures.h"
 #include "hvapi.h"
@@ -15,11 +13,7 @@ constexpr std::initializer_list<int64_t> MacroFailures = {
     HV_PRINTER_REFUSED, HV_CONNECTION_FAILED, HV_UNUSABLE_FILE, HV_BAD_PCLXL};
 
 const std::string PclSource =
-    "\x1B%-12345X@PJL ENTER LANGUAGE = PCL\n\x1B"
-    "E\x1B&l2A" +
-    std::string(3000, 'x') +
-    "\f\x1B"
-    "E\x1B%-12345X";
+    Uel + PjlLanguage("PCL") + "\033E\x1B&l2A" + std::string(3000, 'x') + "\f\033E" + Uel;
 
 Files Sources() {
   return {{"page.pcl", PclSource},
@@ -46,10 +40,7 @@ constexpr Source PageSources[] = {{"page.pcl", JOB_EMULATION_PCL},
 std::function<void(Run&)> Create(const Source& source, const char* destination) {
   return [=](Run& run) {
     const HvJobInfo job = MacroJob(source.emulation);
-    HvMacroInfo info = {};
-    info.flags = MACRO_FLAG_FILTER;
-    std::snprintf(info.name, sizeof info.name, "letter");
-    info.target = STORAGE_DEVICE_RAM;
+    HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "letter");
     const uint32_t code = HvMacCreate(run.Path(source.name), destination, &job, &info);
     run.Expect(code, HV_OK, NoMemoryOf(source.emulation, code), MacroFailures);
   };
@@ -58,9 +49,7 @@ std::function<void(Run&)> Create(const Source& source, const char* destination) 
 std::function<void(Run&)> Download(const Source& source, const char* destination) {
   return [=](Run& run) {
     const HvJobInfo job = MacroJob(source.emulation, 5, JOB_FLAG_PJL);
-    HvMacroInfo info = {};
-    info.flags = MACRO_FLAG_FILTER;
-    info.target = STORAGE_DEVICE_FLASH1;
+    HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "", STORAGE_DEVICE_FLASH1);
     const uint32_t validation = source.emulation == JOB_EMULATION_PCLXL ? HV_OK : HV_WRONG_LANGUAGE;
     const uint32_t code =
         HvMacDownload(run.Path(source.name), destination, &job, &info, MACRO_STORE, validation);
@@ -79,8 +68,7 @@ void Validate(Run& run) {
 
 void ValidatePclXl(Run& run) {
   HvJobInfo job = MacroJob(JOB_EMULATION_PCLXL);
-  HvMacroInfo info = {};
-  info.flags = MACRO_FLAG_FILTER;
+  HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER);
   const uint32_t code = HvMacValidate(run.Path("page.xl"), &job, &info);
   run.Expect(code, HV_OK, NoMemoryOf(job.emulation, code), MacroFailures);
 }
@@ -96,13 +84,12 @@ std::vector<Scenario> MacroSendingScenarios(const char* destination, const Files
     scenarios.push_back(
         {source.name, "HvMacDownload", before, Download(source, destination), partial});
   }
-  const auto activate = [destination](Run& run) {
-    const HvJobInfo job = MacroJob(JOB_EMULATION_PCL);
-    run.Expect(HvMacActivate(destination, &job, 1), HV_OK, HV_NO_MEMORY, SendingFailures);
+  const HvJobInfo pcl = MacroJob(JOB_EMULATION_PCL);
+  const auto activate = [=](Run& run) {
+    run.Expect(HvMacActivate(destination, &pcl, 1), HV_OK, HV_NO_MEMORY, SendingFailures);
   };
-  const auto remove = [destination](Run& run) {
-    const HvJobInfo job = MacroJob(JOB_EMULATION_PCL);
-    run.Expect(HvMacDelete(destination, &job), HV_OK, HV_NO_MEMORY, SendingFailures);
+  const auto remove = [=](Run& run) {
+    run.Expect(HvMacDelete(destination, &pcl), HV_OK, HV_NO_MEMORY, SendingFailures);
   };
   // Success, whatever became of the write.
   scenarios.push_back({"activated", "HvMacActivate", files, activate, partial, true});
@@ -111,10 +98,7 @@ std::vector<Scenario> MacroSendingScenarios(const char* destination, const Files
                                DEMO_METHOD_PJL_DEMO_FILE}) {
     const auto store = [destination, method](Run& run) {
       HvJobInfo job = MacroJob(JOB_EMULATION_PCL, 5, JOB_FLAG_PJL);
-      HvDemoInfo info = {};
-      info.method = method;
-      std::snprintf(info.name, sizeof info.name, "demo");
-      info.target = STORAGE_DEVICE_FLASH1;
+      const HvDemoInfo info = {0, method, "demo", 0, STORAGE_DEVICE_FLASH1};
       run.Expect(HvDemDownload(run.Path("page.pcl"), destination, &job, &info), HV_OK, HV_NO_MEMORY,
                  MacroFailures);
     };

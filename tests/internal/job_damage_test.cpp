@@ -133,10 +133,9 @@ TEST(JobDamage, OfPrintFilesIsExplained) {
     const char* name;
     std::string bytes;
   } streams[] = {
-      {"print file: PCL", Uel +
-                              "@PJL ENTER LANGUAGE = PCL\n\x1B"
-                              "E\x1B&l0o2A\x1B*b2m3Wabc\x1B*rB\x1B%0BIN;\x1B%0A" +
-                              Uel},
+      {"print file: PCL",
+       Uel + "@PJL ENTER LANGUAGE = PCL\n\033E\x1B&l0o2A\x1B*b2m3Wabc\x1B*rB\x1B%0BIN;\x1B%0A" +
+           Uel},
       {"print file: soft font", hvtest::PclFont({}, hvtest::SampleCharacters()).substr(0, 300)},
       {"print file: PCL XL", hvtest::PclXlSampleJob()},
       {"print file: ESC K and PPDS",
@@ -152,22 +151,6 @@ TEST(JobDamage, OfPrintFilesIsExplained) {
         NumbersAnywhere(LowFirst, 0, size, 2) + NumbersAnywhere(HighFirst, 0, size, 4), IsExplained,
         "\n\x1B%@W\xC8\xF8");
   }
-}
-
-// A demonstration file is stored as it is, behind a header with its size.
-TEST(JobDamage, OfDemonstrationFilesIsStored) {
-  const auto read = [](const std::string& damaged) {
-    HvJobInfo job = hvtest::Job(0, JOB_EMULATION_PCL);
-    HvDemoInfo info = {};
-    info.method = DEMO_METHOD_ESC_D;
-    info.target = STORAGE_DEVICE_FLASH1;
-    EXPECT_EQ(HvDemDownload("source", "out", &job, &info), HV_OK);
-    const std::string sent = hvtest::ReadFile("out");
-    EXPECT_EQ(sent.substr(19), hvtest::Be32(static_cast<uint32_t>(damaged.size())) + damaged);
-    return fs::remove("out");
-  };
-  hvtest::MeetDamage("demonstration file", "%!PS\nshowpage\n" + Uel, {}, read, "\x04\x1B",
-                     "source");
 }
 
 }  // namespace

@@ -41,7 +41,6 @@ constexpr int32_t Filtered[] = {JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL};
 const std::string Commands[] = {
     "\x1B%-12345X",
     "\x1B%-12345Y",
-    "\x1B%-123",
     "@PJL SET COPIES = 2\r\n",
     "@PJX\n",
     EscKLanguage(2),
@@ -53,6 +52,7 @@ const std::string Commands[] = {
     "%%Page\n",
     "\x1B&l1o2a5H",
     "\x1B&l2a1x3C",
+    "\x1B&l1g2l3S\x1B&a1G\x1B&l66p1f2H",
     "\x1B&l1T\x1B&l2T",
     "\x1B&f0X\x1B&f3X",
     "\x1B&r1F",

@@ -3,9 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <map>
 #include <string>
-#include <vector>
 
 #include "hvapi.h"
 #include "support/macro_files.h"
@@ -19,17 +17,6 @@ using namespace hvtest;
 class MacroQueue : public testing::Test {
  protected:
   MacroQueue() { fs::create_directory(queue_); }
-
-  // The documents in their order.
-  std::vector<std::string> Documents() const {
-    std::map<std::string, std::string> byName;
-    for (const auto& entry : fs::directory_iterator(queue_)) {
-      if (entry.path().extension() == ".prn") byName[entry.path()] = ReadFile(entry.path());
-    }
-    std::vector<std::string> documents;
-    for (const auto& [name, bytes] : byName) documents.push_back(bytes);
-    return documents;
-  }
 
   TestFolder folder_;
   std::string queue_ = folder_ / "queue";
@@ -49,8 +36,10 @@ TEST_F(MacroQueue, TakesAMacroWhoseFilterEndsWithAFullPiece) {
   ASSERT_EQ(HvMacDelete("queue", &job), HV_OK);
   const std::string macro = "\x1B&f5y0X" + body + "\x1B&f1X";
   const std::string printed = Uel + PjlLanguage("PCL") + macro + "\x1B&f5y4X\xFF\x0C\x1B&f5y5X";
-  EXPECT_EQ(Documents(),
-            (std::vector<std::string>{macro, printed + PjlEnd, "\x1B&f5y4X", "\x1B&f5y8X"}));
+  EXPECT_EQ(ReadFile(queue_ + "/000001.prn"), macro);
+  EXPECT_EQ(ReadFile(queue_ + "/000002.prn"), printed + PjlEnd);
+  EXPECT_EQ(ReadFile(queue_ + "/000003.prn"), "\x1B&f5y4X");
+  EXPECT_EQ(ReadFile(queue_ + "/000004.prn"), "\x1B&f5y8X");
 }
 
 TEST_F(MacroQueue, KeepsNothingOfAMacroThatFindsNoRoom) {
