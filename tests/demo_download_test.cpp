@@ -16,12 +16,8 @@ using namespace hvtest;
 
 constexpr uint32_t Pjl = JOB_FLAG_PJL;
 
-HvDemoInfo Demo(int32_t method, uint32_t target = STORAGE_DEVICE_FLASH1, const char* name = "") {
-  HvDemoInfo info = {};
-  info.method = method;
-  info.target = target;
-  std::string(name).copy(info.name, sizeof info.name);
-  return info;
+HvDemoInfo Demo(int32_t method, uint32_t target = STORAGE_DEVICE_FLASH1) {
+  return {0, method, "Logo", 0, target};
 }
 
 class DemoDownload : public testing::Test {
@@ -70,10 +66,10 @@ TEST_F(DemoDownload, SendsWhatTheMethodSays) {
   leadIn.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
   HvJobInfo numbered = Job(0);
   numbered.identifier = 0x1234;
-  HvDemoInfo flagged = Demo(DEMO_METHOD_ESC_D, STORAGE_DEVICE_DISK2, "LONGDEMONAME.PCL");
-  flagged.flags = 0xFFFFFFFF;
-  flagged.headerByte = 0x55;
-  const HvDemoInfo pjlFile = Demo(DEMO_METHOD_PJL_FILE, STORAGE_DEVICE_DISK1, "Logo");
+  const HvDemoInfo flagged = {0xFFFFFFFF, DEMO_METHOD_ESC_D, "LONGDEMONAME.PCL", 0x55,
+                              STORAGE_DEVICE_DISK2};
+  const HvDemoInfo unnamed = {0, DEMO_METHOD_ESC_D, "", 0, STORAGE_DEVICE_FLASH1};
+  const HvDemoInfo pjlFile = Demo(DEMO_METHOD_PJL_FILE, STORAGE_DEVICE_DISK1);
   const HvDemoInfo nothing = Demo(DEMO_METHOD_NOTHING);
   const std::string writeFile =
       "@PJL QOPENFILE DEVICE=disk1 FILENAME=\"Logo.demo\" ACCESS=WO\n"
@@ -87,7 +83,7 @@ TEST_F(DemoDownload, SendsWhatTheMethodSays) {
     int32_t emulation;  // of the job record behind the call
     std::string bytes;
   } cases[] = {
-      {hex, Demo(DEMO_METHOD_POSTSCRIPT, STORAGE_DEVICE_FLASH2, "Logo"), Job(Pjl, 5, "Demo"), 3,
+      {hex, Demo(DEMO_METHOD_POSTSCRIPT, STORAGE_DEVICE_FLASH2), Job(Pjl, 5, "Demo"), 3,
        Uel + PjlPanel("Demo") + PjlLanguage("POSTSCRIPT") +
            "statusdict begin currentfilenameextend false setfilenameextend end\n"
            "/wf (%flash2%Logo.demo) (w) file def\n"
@@ -99,7 +95,7 @@ TEST_F(DemoDownload, SendsWhatTheMethodSays) {
       {page_, pjlFile, Job(Pjl), 5,
        Uel + PjlLanguage("PCL") + PjlTarget("disk1") + Uel + writeFile + PjlTarget("ram") + PjlEnd},
       {page_, pjlFile, Job(0), 5, Uel + writeFile},
-      {page_, Demo(DEMO_METHOD_PJL_DEMO_FILE, STORAGE_DEVICE_FLASH1, "Logo"), leadIn, 5,
+      {page_, Demo(DEMO_METHOD_PJL_DEMO_FILE), leadIn, 5,
        EscKLanguage(2) + Uel + PjlLanguage("PCL") + EscKLeadIn + PjlTarget("flash1") +
            EscKToDevice + Uel +
            "@PJL QOPENDEMOFILE NAME=\"Logo\"\ndemo page\x1BM@PJL QCLOSEDEMOFILE\n" +
@@ -107,7 +103,7 @@ TEST_F(DemoDownload, SendsWhatTheMethodSays) {
       {large, flagged, numbered, 5,
        Bytes("\x1B[D\x00\x34\x01\x55LONGDEMONAME\x00\x01\x11\x70") + std::string(70000, 'p')},
       // The name of the file, where no other is given.
-      {page_, Demo(DEMO_METHOD_ESC_D), Job(0), 5,
+      {page_, unnamed, Job(0), 5,
        Bytes("\x1B[D\x00\x00\x00\x00") + "PAGE" + std::string(11, '\0') + "\x09" + "demo page"},
       {page_, nothing, Job(Pjl, 2), 2, Uel + PjlLanguage("PPDS") + PjlEnd},
       // A language that is none names nothing.

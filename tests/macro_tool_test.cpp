@@ -59,9 +59,6 @@ TEST(MacroTool, SaysWhatIsWrong) {
     int status;
     std::string sentence;
   } cases[] = {
-      {"validate text", HV_WRONG_LANGUAGE,
-       "cannot take \"text\" for a macro: the file is not of the printer language or version that "
-       "is needed"},
       {"create text --to out --drop copies,color", HV_BAD_ARGUMENT,
        "\"color\" is not one of reset, form-feed, page-size, paper-source, duplex, orientation, "
        "job-separation, copies, perforation-skip, flush-pages, output-bin, macro-definition, "

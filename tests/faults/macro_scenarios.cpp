@@ -57,20 +57,15 @@ std::function<void(Run&)> Download(const Source& source, const char* destination
   };
 }
 
-void Validate(Run& run) {
-  HvJobInfo job = MacroJob(JOB_EMULATION_PCL);
-  HvMacroInfo info = {};
-  if (run.Expect(HvMacValidate(run.Path("macro.mac"), &job, &info), HV_OK, HV_NO_MEMORY,
-                 MacroFailures)) {
-    run.Note(+info.macroId);
-  }
-}
-
-void ValidatePclXl(Run& run) {
-  HvJobInfo job = MacroJob(JOB_EMULATION_PCLXL);
-  HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER);
-  const uint32_t code = HvMacValidate(run.Path("page.xl"), &job, &info);
-  run.Expect(code, HV_OK, NoMemoryOf(job.emulation, code), MacroFailures);
+std::function<void(Run&)> Validate(const Source& source, uint32_t flags) {
+  return [=](Run& run) {
+    HvJobInfo job = MacroJob(source.emulation);
+    HvMacroInfo info = MacroInfo(flags);
+    const uint32_t code = HvMacValidate(run.Path(source.name), &job, &info);
+    if (run.Expect(code, HV_OK, NoMemoryOf(source.emulation, code), MacroFailures)) {
+      run.Note(+info.macroId);
+    }
+  };
 }
 
 }  // namespace
@@ -114,8 +109,10 @@ std::vector<Scenario> MacroScenarios() {
   for (const Source& source : PageSources) {
     scenarios.push_back({source.name, "HvMacCreate", files, Create(source, "out"), {"out"}});
   }
-  scenarios.push_back({"validated", "HvMacValidate", files, Validate});
-  scenarios.push_back({"PCL XL validated", "HvMacValidate", files, ValidatePclXl});
+  scenarios.push_back(
+      {"validated", "HvMacValidate", files, Validate({"macro.mac", JOB_EMULATION_PCL}, 0)});
+  scenarios.push_back(
+      {"PCL XL validated", "HvMacValidate", files, Validate(PageSources[3], MACRO_FLAG_FILTER)});
   return scenarios;
 }
 

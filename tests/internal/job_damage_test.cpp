@@ -129,27 +129,23 @@ bool IsExplained(const std::string& bytes) {
 }
 
 TEST(JobDamage, OfPrintFilesIsExplained) {
-  const struct {
-    const char* name;
-    std::string bytes;
-  } streams[] = {
-      {"print file: PCL",
+  const std::pair<std::string, std::string> streams[] = {
+      {"PCL",
        Uel + "@PJL ENTER LANGUAGE = PCL\n\033E\x1B&l0o2A\x1B*b2m3Wabc\x1B*rB\x1B%0BIN;\x1B%0A" +
            Uel},
-      {"print file: soft font", hvtest::PclFont({}, hvtest::SampleCharacters()).substr(0, 300)},
-      {"print file: PCL XL", hvtest::PclXlSampleJob()},
-      {"print file: ESC K and PPDS",
+      {"soft font", hvtest::PclFont({}, hvtest::SampleCharacters()).substr(0, 300)},
+      {"PCL XL", hvtest::PclXlSampleJob()},
+      {"ESC K and PPDS",
        Bytes("\x1B[K\x03\0\x06\x31\x01\x1B[l\x08\0\x01\x01\x02Hello\x1B=\x03\0\x31\x08\x05")},
-      {"print file: PJL and PostScript",
+      {"PJL and PostScript",
        "@PJL QWRITEFILE\nab@PJL END DATA\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS\n%%EOF\nx\n\x04"},
-      {"print file: demonstration", Bytes("\x1B[D\0\x05\x01\0Logo\0\0\0\0\0\0\0\0\0\0\0\x04%!PS")},
+      {"demonstration", Bytes("\x1B[D\0\x05\x01\0Logo\0\0\0\0\0\0\0\0\0\0\0\x04%!PS")},
   };
-  for (const auto& stream : streams) {
-    const std::size_t size = stream.bytes.size();
-    hvtest::MeetDamage(
-        stream.name, stream.bytes,
-        NumbersAnywhere(LowFirst, 0, size, 2) + NumbersAnywhere(HighFirst, 0, size, 4), IsExplained,
-        "\n\x1B%@W\xC8\xF8");
+  for (const auto& [name, bytes] : streams) {
+    hvtest::MeetDamage("print file: " + name, bytes,
+                       NumbersAnywhere(LowFirst, 0, bytes.size(), 2) +
+                           NumbersAnywhere(HighFirst, 0, bytes.size(), 4),
+                       IsExplained, "\n\x1B%@W\xC8\xF8");
   }
 }
 
