@@ -51,8 +51,9 @@ std::function<void(Run&)> Download(const Source& source, const char* destination
     const HvJobInfo job = MacroJob(source.emulation, 5, JOB_FLAG_PJL);
     HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER, "", STORAGE_DEVICE_FLASH1);
     const uint32_t validation = source.emulation == JOB_EMULATION_PCLXL ? HV_OK : HV_WRONG_LANGUAGE;
+    const uint32_t mode = source.emulation == JOB_EMULATION_PPDS ? MACRO_PRINT_ONCE : MACRO_STORE;
     const uint32_t code =
-        HvMacDownload(run.Path(source.name), destination, &job, &info, MACRO_STORE, validation);
+        HvMacDownload(run.Path(source.name), destination, &job, &info, mode, validation);
     run.Expect(code, HV_OK, NoMemoryOf(source.emulation, code), MacroFailures);
   };
 }
@@ -109,8 +110,8 @@ std::vector<Scenario> MacroScenarios() {
   for (const Source& source : PageSources) {
     scenarios.push_back({source.name, "HvMacCreate", files, Create(source, "out"), {"out"}});
   }
-  scenarios.push_back(
-      {"validated", "HvMacValidate", files, Validate({"macro.mac", JOB_EMULATION_PCL}, 0)});
+  scenarios.push_back({"validated", "HvMacValidate", files,
+                       Validate({"macro.mac", JOB_EMULATION_PCL}, MACRO_FLAG_FILTER)});
   scenarios.push_back(
       {"PCL XL validated", "HvMacValidate", files, Validate(PageSources[3], MACRO_FLAG_FILTER)});
   return scenarios;

@@ -1,4 +1,4 @@
-// What becomes of macros when the disk is full.
+// What becomes of the conversion of macros when the disk is full.
 
 #include <gtest/gtest.h>
 
@@ -13,33 +13,6 @@
 namespace {
 
 using namespace hvtest;
-
-constexpr rlim_t Room = 4096;
-
-TEST(MacrosOnAFullDisk, AreReported) {
-  const TestFolder folder;
-  const ScopedCurrentFolder here(folder.Path());
-  const std::string large(3 * Room, 'x');
-  folder.Add("source", large);
-  for (const int32_t emulation : {2, 3, 5}) {
-    HvJobInfo job = MacroJob(emulation, 5, JOB_FLAG_PJL);
-    for (const uint32_t flags : {0U, uint32_t{MACRO_FLAG_FILTER}}) {
-      HvMacroInfo info = MacroInfo(flags);
-      const FileSizeLimit full(Room);
-      EXPECT_EQ(HvMacCreate("source", "out", &job, &info), HV_WRITE_FAILED);
-      for (const uint32_t mode : {1U, 2U, 3U}) {
-        EXPECT_EQ(HvMacDownload("source", "out", &job, &info, mode, HV_WRONG_LANGUAGE),
-                  HV_WRITE_FAILED);
-      }
-    }
-    // The filtered source has no room, too.
-    HvMacroInfo info = MacroInfo(MACRO_FLAG_FILTER);
-    const FileSizeLimit full(Room);
-    EXPECT_EQ(HvMacValidate("source", &job, &info), HV_WRITE_FAILED);
-  }
-  EXPECT_EQ(ReadFile("source"), large);
-  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"out", "source"}));
-}
 
 TEST(MacrosOnAFullDisk, LeaveNoWorkFileOfAConversion) {
   const TestFolder folder;
