@@ -67,6 +67,8 @@ TEST(MacroTool, SaysWhatIsWrong) {
        "the name \"123456789012345678901234\" has more than 23 characters"},
       {"create text --to out --language pclxl --filter", HV_BAD_PCLXL,
        "cannot convert \"text\": byte 0: the header does not say binary, low byte first"},
+      {"download text --to out --language pclxl", HV_READ_FAILED,
+       "cannot download \"text\": the file cannot be read"},
   };
   for (const auto& c : cases) {
     const ProgramRun run = Hvapi(std::string("macro ") + c.words);
