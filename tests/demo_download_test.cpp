@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -69,6 +70,8 @@ TEST_F(DemoDownload, SendsWhatTheMethodSays) {
   const HvDemoInfo flagged = {0xFFFFFFFF, DEMO_METHOD_ESC_D, "LONGDEMONAME.PCL", 0x55,
                               STORAGE_DEVICE_DISK2};
   const HvDemoInfo unnamed = {0, DEMO_METHOD_ESC_D, "", 0, STORAGE_DEVICE_FLASH1};
+  HvDemoInfo longest = Demo(DEMO_METHOD_PJL_DEMO_FILE);
+  std::memcpy(longest.name, "24 characters, no end NUL", sizeof longest.name);
   const HvDemoInfo pjlFile = Demo(DEMO_METHOD_PJL_FILE, STORAGE_DEVICE_DISK1);
   const HvDemoInfo nothing = Demo(DEMO_METHOD_NOTHING);
   const std::string writeFile =
@@ -105,6 +108,9 @@ TEST_F(DemoDownload, SendsWhatTheMethodSays) {
       // The name of the file, where no other is given.
       {page_, unnamed, Job(0), 5,
        Bytes("\x1B[D\x00\x00\x00\x00") + "PAGE" + std::string(11, '\0') + "\x09" + "demo page"},
+      {page_, longest, Job(0), 5,
+       Uel + "@PJL QOPENDEMOFILE NAME=\"24 characters, no end N\"\ndemo page\x1BM@PJL "
+             "QCLOSEDEMOFILE\n"},
       {page_, nothing, Job(Pjl, 2), 2, Uel + PjlLanguage("PPDS") + PjlEnd},
       // A language that is none names nothing.
       {page_, nothing, Job(JOB_FLAG_ESC_K, 7), 7, ""},

@@ -1,4 +1,4 @@
-// hvapi doctor on machines that lack this or that, and what a terminal or a pipe changes.
+// hvapi doctor on machines that lack this or that, and what a terminal changes.
 
 #include <gtest/gtest.h>
 
@@ -100,18 +100,6 @@ TEST_F(Doctor, TellsWhatIsSetUpAndCannotBeUsed) {
     EXPECT_EQ(LineOf("communication library", run.output),
               "communication library fault " + library + problem);
   }
-}
-
-TEST(Show, TakesItsJobFromAPipe) {
-  const TestFolder folder;
-  const ScopedCurrentFolder here(folder.Path());
-  folder.Add("job", "\033E\r\nText\x1A\f");
-  const std::string shown = Hvapi("show job").output;
-  const ProgramRun piped =
-      RunProgram("sh", {"-c", "cat job | " TEST_BINARY_FOLDER "/hvapi show -"});
-  EXPECT_EQ(piped.status, 0) << piped.errors;
-  EXPECT_NE(shown.find("form feed"), std::string::npos) << shown;
-  EXPECT_EQ(piped.output, shown);
 }
 
 TEST(Progress, IsShownToATerminalUnlessItIsToBeQuiet) {
