@@ -24,7 +24,7 @@ struct FontFile {
   const FolderListing* folder = nullptr;  // of the file's directory, where it has been listed
 };
 
-// Cartridges and fonts are named in fields of this size.
+// A companion is named in a field of this size.
 using CompanionField = char[260];
 
 // The path of the companion with that extension; empty when it would not fit its field, so that it

@@ -44,8 +44,4 @@ HvFoundResource* ResourceList::Release() {
   return std::exchange(head_, nullptr);
 }
 
-void ResourceList::Clear() {
-  ReleaseResources(Release());
-}
-
 }  // namespace hv

@@ -18,7 +18,7 @@ class ResourceList {
   explicit ResourceList(uint16_t wanted);
   ResourceList(const ResourceList&) = delete;
   ResourceList& operator=(const ResourceList&) = delete;
-  ~ResourceList() { Clear(); }
+  ~ResourceList() { ReleaseResources(head_); }
 
   bool IsFull() const { return count_ >= most_; }
   uint16_t Count() const { return count_; }
@@ -29,7 +29,6 @@ class ResourceList {
 
   // Gives the list to the caller.
   HvFoundResource* Release();
-  void Clear();
 
  private:
   HvFoundResource* head_ = nullptr;

@@ -20,8 +20,8 @@ struct PfbNames {
   bool standardEncoding = true;  // false only when an Encoding line says otherwise
 };
 
-// What the lines "/FontName /..." and "/Encoding ..." of a binary stream say. Of a line, 39
-// characters from its first "/" on are looked at.
+// What the lines "/FontName /..." and "/Encoding ..." of a binary stream say. Of a line, the 39
+// characters behind its first "/" are looked at.
 PfbNames PsFontNameFromPfb(platform::Stream* file);
 
 uint32_t DescribePfa(const FontFile& file, HvFontInfo* info);
