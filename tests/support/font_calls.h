@@ -1,9 +1,10 @@
 // The font exports as tests call them.
 #pragma once
 
+#include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "hvapi.h"
 #include "support/test_folder.h"
@@ -21,6 +22,37 @@ inline DescribedFont DescribeFont(const std::string& path, uint32_t companions =
   std::memset(&font.info, 0xAA, sizeof font.info);
   font.code = HvFonQueryInfo(path.c_str(), &font.info, companions, metrics);
   return font;
+}
+
+// The same for a file of that name alone in its folder.
+inline DescribedFont DescribeBytes(const std::string& file, const std::string& bytes,
+                                   uint32_t companions = 0, uint32_t metrics = 1) {
+  const TestFolder folder;
+  return DescribeFont(folder.Add(file, bytes), companions, metrics);
+}
+
+// Result, class, type and flags, these in hexadecimal: "0 3 9 03".
+inline std::string Kind(const DescribedFont& font) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%u %u %d %02X", font.code, font.info.fontClass,
+                font.info.fontType, font.info.flags);
+  return text;
+}
+
+// The names of the faces of a cartridge, which is released.
+inline std::vector<std::string> TakeFaces(HvFontInfo* info) {
+  std::vector<std::string> faces;
+  if (info->cartridge == nullptr) return faces;
+  while (HvFontFace* const face = info->cartridge->faces) {
+    info->cartridge->faces = face->next;
+    faces.emplace_back(face->name);
+    HvMemFree(face->name);
+    HvMemFree(face);
+  }
+  HvMemFree(info->cartridge->title);
+  HvMemFree(info->cartridge);
+  info->cartridge = nullptr;
+  return faces;
 }
 
 inline int32_t Convert(const std::string& source, const std::string& destination, int32_t type,
