@@ -90,37 +90,33 @@ std::vector<Scenario> FontSendingScenarios(const char* destination, const Files&
   Files before = FontFiles();
   before.insert(files.begin(), files.end());
   std::vector<Scenario> scenarios;
-  const struct {
-    const char* name;
-    int32_t emulation;
-  } fonts[] = {{"font.sfp", JOB_EMULATION_PCL},
-               {"font.sfp", JOB_EMULATION_PCLXL},
-               {"font.pfb", JOB_EMULATION_POSTSCRIPT},
-               {"font.pfb", JOB_EMULATION_PPDS},
-               {"font.dlf", JOB_EMULATION_PPDS}};
-  for (const auto& font : fonts) {
-    scenarios.push_back({font.name,
-                         "HvFonDownload",
-                         before,
-                         Download(font.name, destination, font.emulation),
-                         {destination}});
+  const std::pair<const char*, int32_t> fonts[] = {{"font.sfp", JOB_EMULATION_PCL},
+                                                   {"font.sfp", JOB_EMULATION_PCLXL},
+                                                   {"font.pfb", JOB_EMULATION_POSTSCRIPT},
+                                                   {"font.pfb", JOB_EMULATION_PPDS},
+                                                   {"font.dlf", JOB_EMULATION_PPDS}};
+  for (const auto& [font, emulation] : fonts) {
+    const auto use = Download(font, destination, emulation);
+    scenarios.push_back({font, "HvFonDownload", before, use, {destination}});
   }
   return scenarios;
 }
 
 std::vector<Scenario> FontScenarios() {
   std::vector<Scenario> scenarios = FontSendingScenarios("out", {{"out", "before"}});
+  const auto add = [&](const char* name, const char* exports, const Files& files,
+                       const std::function<void(Run&)>& use, bool maySkip = false) {
+    scenarios.push_back({name, exports, files, use, {}, maySkip});
+  };
+  const auto describe = [&](const char* name, uint32_t companions, bool maySkip = false) {
+    add(name, "HvFonQueryInfo HvMemFree", FontFiles(), Query(name, companions), maySkip);
+  };
   for (const char* name : {"font.sfp", "font.afm", "font.pfm", "font.dlf", "font.fmf"}) {
-    scenarios.push_back({name, "HvFonQueryInfo", FontFiles(), Query(name, FONT_COMPANIONS_NONE)});
+    describe(name, FONT_COMPANIONS_NONE);
   }
-  scenarios.push_back(
-      {"companions", "HvFonQueryInfo", FontFiles(), Query("font.pfb", FONT_COMPANIONS_METRICS)});
-  scenarios.push_back({"a cartridge",
-                       "HvFonQueryInfo HvMemFree",
-                       FontFiles(),
-                       Query("cards.pcm", FONT_COMPANIONS_NONE),
-                       {},
-                       true});  // faces are listed as far as they can be read
+  describe("font.pfb", FONT_COMPANIONS_METRICS);
+  // Faces are listed as far as they can be read.
+  describe("cards.pcm", FONT_COMPANIONS_NONE, true);
   Files folder = {{"one.sfp", PclFont({}, SampleCharacters())},
                   {"sub/two.sfp", PclFont({.name = "Two"}, {})},
                   {"sub/GLUE.TXT", "[Cartridge]\n{ three.bit\n"},
@@ -138,11 +134,10 @@ std::vector<Scenario> FontScenarios() {
     return HvMacFind(path, count, JOB_EMULATION_PCL, 0, 1);
   };
   const auto demos = [](const char* path, uint16_t* count) { return HvDemFind(path, count, 0, 1); };
-  scenarios.push_back({"fonts", "HvFonFind HvFonFindFree", folder, Find(2, true, fonts), {}, true});
-  scenarios.push_back(
-      {"fonts with progress", "HvFonFind2", folder, Find(2, true, fontsWithProgress), {}, true});
-  scenarios.push_back({"macros", "HvMacFind", folder, Find(2, false, macros)});
-  scenarios.push_back({"demonstrations", "HvDemFind", folder, Find(7, false, demos)});
+  add("fonts", "HvFonFind HvFonFindFree", folder, Find(2, true, fonts), true);
+  add("fonts with progress", "HvFonFind2", folder, Find(2, true, fontsWithProgress), true);
+  add("macros", "HvMacFind", folder, Find(2, false, macros));
+  add("demonstrations", "HvDemFind", folder, Find(7, false, demos));
   return scenarios;
 }
 
