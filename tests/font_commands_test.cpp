@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "support/font_files.h"
+#include "support/jobs.h"
 #include "support/run_program.h"
 #include "support/test_folder.h"
 
@@ -27,19 +28,16 @@ std::string SampleFont() {
 
 TEST(FontCommands, TellWhatAFileIs) {
   const TestFolder folder;
-  const std::string pfb =
-      hvtest::PfbFile({{1, hvtest::Type1Head("Times-Roman", "StandardEncoding")}, {2, "xyz"}});
-  const hvtest::PfmFile bold = {.weight = 700};
   // The output behind the line of the file.
-  const auto expect = [](Words words, const std::string& output, int status = 0) {
-    words.insert(words.begin(), "info");
-    const ProgramRun run = Font(words);
-    EXPECT_EQ(run.status, status) << words.back();
-    EXPECT_EQ(run.output,
-              output.empty() ? "" : "file               " + words.back() + "\n" + output);
+  const auto expect = [&](const char* file, const std::string& bytes, int status,
+                          const std::string& output, const char* companions = "none") {
+    const std::string path = folder.Add(file, bytes);
+    const ProgramRun run = Font({"info", "--companions", companions, path});
+    EXPECT_EQ(run.status, status) << file;
+    EXPECT_EQ(run.output, output.empty() ? "" : "file               " + path + "\n" + output);
     EXPECT_EQ(run.errors.empty(), status == 0) << run.errors;
   };
-  expect({folder.Add("font.sfp", SampleFont())},
+  expect("font.sfp", SampleFont(), 0,
          "kind               PCL bitmap font\n"
          "name               Courier           [12.0 Pt.] (Roman-8)\n"
          "description        Ven:0  Typ:3  Fon:?0\n"
@@ -47,23 +45,22 @@ TEST(FontCommands, TellWhatAFileIs) {
          "proportional       no\n"
          "size               154\n"
          "memory             474\n");
-  const std::string type1 =
-      "kind               Type 1 font\n"
-      "name               Times-Roman\n"
-      "standard encoding  yes\n"
-      "size               " +
-      std::to_string(pfb.size()) + "\nmemory             " +
-      std::to_string(pfb.size() * 11531 / 10000) + "\n";
-  expect({folder.Add("type1.pfb", pfb)}, type1);
-  expect({"--companions", "metrics", folder / "type1.pfb"}, type1, 32);
-  expect({folder.Add("cartridge.pcm",
-                     hvtest::PcmFile("Cartridge Z", {hvtest::PfmFile().Bytes(), bold.Bytes()}))},
+  expect("type1.pfb", hvtest::Field("/FontName /Times-Roman def\n", 500), 32,
+         "kind               Type 1 font\n"
+         "name               Times-Roman\n"
+         "standard encoding  yes\n"
+         "size               500\n"
+         "memory             576\n",
+         "metrics");
+  const hvtest::PfmFile bold = {.weight = 700};
+  expect("cartridge.pcm", hvtest::PcmFile("Cartridge Z", {hvtest::PfmFile().Bytes(), bold.Bytes()}),
+         0,
          "kind               PCM cartridge\n"
          "name               Cartridge Z\n"
          "size               696\n"
          "faces              Courier\n"
          "                   Courier (Bd)\n");
-  expect({folder.Add("read.me", "text")}, "", 27);
+  expect("read.me", "text", 27, "");
 }
 
 TEST(FontCommands, GiveOneArrayForAllFiles) {
@@ -72,16 +69,16 @@ TEST(FontCommands, GiveOneArrayForAllFiles) {
       Font({"info", "--json", folder.Add("a.ttf", ""), folder / "none", folder.Add("b.tfm", "")});
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.output.front(), '[');
-  EXPECT_NE(run.output.find("\"kind\": \"TrueType font\",\n    \"name\": \"a\""),
-            std::string::npos);
-  EXPECT_NE(run.output.find("\"kind\": \"TFM metrics\",\n    \"name\": \"b\""), std::string::npos);
+  for (const char* const part : {"\"kind\": \"TrueType font\",\n    \"name\": \"a\"",
+                                 "\"kind\": \"TFM metrics\",\n    \"name\": \"b\""}) {
+    EXPECT_NE(run.output.find(part), std::string::npos) << run.output;
+  }
   EXPECT_NE(run.errors.find("none"), std::string::npos);
 }
 
 TEST(FontCommands, SendAsTheOptionsSay) {
   const TestFolder folder;
   const std::string font = folder.Add("font.sfp", SampleFont());
-  const std::string uel = "\x1B%-12345X";
   const auto expect = [&](const Words& options, const std::string& before,
                           const std::string& after) {
     std::filesystem::remove(folder.Path() / "sent");
@@ -92,9 +89,8 @@ TEST(FontCommands, SendAsTheOptionsSay) {
   };
   expect({"--id", "5"}, "\x1B*c5D", "\x1B*c5F");
   expect({"--id", "7", "--pjl", "--target", "flash1"},
-         uel + "@PJL ENTER LANGUAGE = PCL\n" + uel + "@PJL SET QDOWNLOADTARGET = flash1\n\x1B*c7D",
-         "\x1B*c5F" + uel + "@PJL SET QDOWNLOADTARGET = ram\n" + uel +
-             "@PJL RDYMSG DISPLAY = \"\"\n" + uel);
+         hvtest::Uel + hvtest::PjlLanguage("PCL") + hvtest::PjlTarget("flash1") + "\x1B*c7D",
+         "\x1B*c5F" + hvtest::PjlTarget("ram") + hvtest::PjlEnd);
 }
 
 TEST(FontCommands, DrawTheCharacters) {
