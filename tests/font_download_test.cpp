@@ -278,10 +278,15 @@ std::vector<std::size_t> Writes(uint32_t code, const std::string& file, const st
   return sizes;
 }
 
-TEST(FontWrites, ComeInThePiecesThatPrintersAreGiven) {
+TEST(FontWrites, ComeInThePiecesThatPrintersAreGivenAndEndWithTheFirstThatFails) {
   const auto expect = [](const char* file, const std::string& bytes, const HvJobInfo& job,
-                         const std::vector<std::size_t>& sizes) {
-    EXPECT_EQ(Writes(HV_OK, file, bytes, job), sizes) << file << " " << job.emulation;
+                         std::vector<std::size_t> sizes) {
+    SCOPED_TRACE(std::string(file) + " " + std::to_string(job.emulation));
+    EXPECT_EQ(Writes(HV_OK, file, bytes, job), sizes);
+    for (; !sizes.empty(); sizes.pop_back()) {
+      const hvtest::ScopedVariable fail("FAKE_NBX_FAIL_WRITE", std::to_string(sizes.size()));
+      EXPECT_EQ(Writes(HV_PRINTER_REFUSED, file, bytes, job), sizes);
+    }
   };
   const std::string font = Field(PclFont({}, {}), 5000, 'x');
   expect("a.sfp", font, FontJob(5), {5, 2048, 2048, 904, 5});
@@ -289,27 +294,12 @@ TEST(FontWrites, ComeInThePiecesThatPrintersAreGiven) {
   const PclDescriptor scalable = {.size = 80, .format = 10};
   expect("a.sfs", PclFont(scalable, {}), FontJob(5, 0, 123), {3, 3, 1, 86, 5});
   expect("a.sfs", PclFont(scalable, {}), FontJob(6, 0, 123), {3, 3, 1, 6, 64, 16, 5});
+  expect("a.dlf", hvtest::DlfFont().Bytes(), FontJob(2), {7, 6 + 58 + 40});
   const std::string head = Field(Type1Head("T", "StandardEncoding"), 1100, ' ');
   expect("a.pfb", hvtest::PfbFile({{1, head}, {2, Counted(3000)}}), FontJob(3),
          {103, 1024, 76, 2048, 2048, 1904, 3});
+  expect("a.pfa", head, FontJob(3), {103, 1100, 3});
   expect("a.pfa", head, FontJob(2), {8, 12, 1100});
-}
-
-TEST(FontWrites, EndWithTheFirstThatFails) {
-  const hvtest::ScopedVariable failing("FAKE_NBX_FAIL", "NbxWrite");
-  const std::string type1 = hvtest::PfbFile({{1, Type1Head("T", "StandardEncoding")}});
-  const auto expect = [](const char* file, const std::string& bytes,
-                         std::initializer_list<int32_t> emulations) {
-    for (const int32_t emulation : emulations) {
-      const auto sizes = Writes(HV_PRINTER_REFUSED, file, bytes, FontJob(emulation));
-      EXPECT_EQ(sizes.size(), 1U) << file << " " << emulation;
-    }
-  };
-  expect("a.sfp", PclFont({}, {}), {5, 6});
-  expect("a.sfs", PclFont({.size = 80, .format = 10}, {}), {5, 6});
-  expect("a.pfa", type1, {3});
-  expect("a.pfb", type1, {3, 2});
-  expect("a.dlf", hvtest::DlfFont().Bytes(), {2});
 }
 
 }  // namespace

@@ -69,9 +69,9 @@ TEST(FontInfo, KnowsSomeKindsByNameAlone) {
 TEST(PclFontInfo, RecognisesFormatAndSizeTogether) {
   const auto expect = [](unsigned format, std::initializer_list<unsigned> sizes, const char* kind) {
     for (const unsigned size : sizes) {
-      // Descriptors are read to their first 64 bytes at least, whatever size they claim.
-      const std::string file =
-          PclFont({.size = size, .format = format, .xResolution = 1200}, {}) + std::string(64, ' ');
+      // The size is that which the descriptor claims.
+      std::string file = PclFont({.size = 92, .format = format, .xResolution = 1200}, {});
+      file.replace(file.find('W') + 1, 2, hvtest::Be16(size));
       const DescribedFont font = DescribeBytes("font.sfl", file);
       EXPECT_EQ(Kind(font), kind) << format << "/" << size;
       EXPECT_EQ(font.info.memoryNeeded, font.code == HV_OK ? file.size() + 320 : 0U);

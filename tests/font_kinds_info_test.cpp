@@ -62,7 +62,9 @@ TEST(DlfInfo, TakesTheNameByTheLengthOfTheHeader) {
   expect(1, 39, "ABC Typo                  ");
   expect(1, 36, " Typo                     ");
   expect(10, 60, "ABCDEFGHIJKLMNOPQRST Typo ");
-  EXPECT_EQ(DlfLine({.flags = 1, .name = std::string("A\x1F\0B", 4)}).substr(0, 6), "A  B  ");
+  const std::string fixed = std::string("A\x1F\0", 3) + "DEFGHIJKLMNOPQRSTUVWX";
+  EXPECT_EQ(DlfLine({.flags = 1, .name = fixed, .length = 61}).substr(0, 26),
+            "A  DEFGHIJKLMNOPQRSTUVWX  ");
 }
 
 TEST(DlfInfo, ChecksHeaderAndBlock) {
@@ -303,7 +305,9 @@ TEST(PfmInfo, ChecksSizeAndOffsets) {
 TEST(PcmInfo, ListsTheFacesOfACartridge) {
   const std::string first = PfmFile().Bytes();
   const PfmFile second = {.face = std::string(100, 'n'), .italic = 1, .weight = 700, .size = 5000};
-  const std::string outside = PfmFile{.faceOffset = 2048}.Bytes();
+  // Its face name lies where that of no well-formed file does.
+  const std::string outside =
+      PfmFile{.faceOffset = 2048, .size = 3000}.Bytes().replace(2048, 1, "F");
   const std::string file = hvtest::PcmFile("Cartridge Z", {first, second.Bytes(), outside, first});
   DescribedFont cartridge = DescribeBytes("cart.pcm", file);
   EXPECT_EQ(Kind(cartridge), "0 2 28 03");
@@ -342,7 +346,9 @@ TEST(PcmInfo, NeedsATitle) {
   DescribedFont longTitle = DescribeBytes("c.pcm", hvtest::PcmFile(std::string(80, 't'), {image}));
   EXPECT_EQ(longTitle.info.name, std::string(79, 't'));
   TakeFaces(&longTitle.info);
-  EXPECT_EQ(DescribeBytes("c.pcm", std::string(15, 'x')).code, HV_UNUSABLE_FILE);
+  const DescribedFont cut = DescribeBytes("c.pcm", std::string(15, 'x'));
+  EXPECT_EQ(cut.code, HV_UNUSABLE_FILE);
+  EXPECT_EQ(+cut.info.cartridge, nullptr);
 }
 
 TEST(FontInfo, TakesACompanionThatDoesNotFitItsFieldForMissing) {

@@ -218,7 +218,7 @@ TEST(FontFind, RefusesWrongArguments) {
   expect(nullptr, 26, 6);
   expect(tooLong.c_str(), 26, 6);
   expect("missing", 26, 6);
-  for (const uint32_t kind : {0U, 29U}) expect("dir", kind, 6);
+  for (const uint32_t kind : {0U, 32U + 9}) expect("dir", kind, 6);
   for (const uint32_t classes : {0U, 7U}) expect("dir", 26, classes);
   EXPECT_EQ(HvFonFind("dir", nullptr, 26, 6, 0, 0), nullptr);
   uint16_t count = 0;
@@ -345,18 +345,20 @@ TEST(MacroFind, ListsTheMacrosOfALanguage) {
   folder.Add("d.ps", "serverdict begin 0 exitserver /form {showpage} def\n");
   folder.Add("dir/e.mac", "\x1B&f9y0X\x1B&f1X");
   folder.Add("f.ppds", "\x1B[l\x05");
+  folder.Add("g.xl", ") HP-PCL XL;1;1;\n\xC8\xC0\x04Logo\xF8\x8B[");
   const auto find = [](uint32_t language, uint32_t recurse) {
     uint16_t count = 0;
     HvFoundResource* const list = HvMacFind("", &count, language, 0, recurse);
     return Told(list, count, RESOURCE_MACRO, [](const HvFoundResource& entry) {
-      const int32_t id = static_cast<const HvMacroInfo*>(entry.details)->macroId;
-      return std::string(entry.path) + " " + std::to_string(id);
+      const auto& info = *static_cast<const HvMacroInfo*>(entry.details);
+      return std::string(entry.path) + " " + std::to_string(info.macroId) + " " +
+             std::to_string(info.flags);
     });
   };
-  EXPECT_EQ(find(JOB_EMULATION_PCL, 0), Names{".\\a.mac 7"});
-  EXPECT_EQ(find(JOB_EMULATION_PCL, 1), (Names{".\\dir\\e.mac 9", ".\\a.mac 7"}));
-  EXPECT_EQ(find(JOB_EMULATION_PPDS, 0), Names{".\\f.ppds 0"});
-  EXPECT_EQ(find(JOB_EMULATION_PCLXL, 0), Names());
+  EXPECT_EQ(find(JOB_EMULATION_PCL, 0), Names{".\\a.mac 7 26"});
+  EXPECT_EQ(find(JOB_EMULATION_PCL, 1), (Names{".\\dir\\e.mac 9 26", ".\\a.mac 7 26"}));
+  EXPECT_EQ(find(JOB_EMULATION_PPDS, 0), Names{".\\f.ppds 0 26"});
+  EXPECT_EQ(find(JOB_EMULATION_PCLXL, 0), Names{".\\g.xl 0 0"});
 }
 
 TEST(DemoFind, ListsAllButProgramsAndSystemFiles) {
