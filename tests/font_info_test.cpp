@@ -116,8 +116,8 @@ TEST(PclFontInfo, NeedsTheFontCommandAndAWholeDescriptor) {
 
 TEST(PclFontInfo, NamesFontsByNameStyleSizeAndSymbolSet) {
   const std::pair<PclDescriptor, const char*> cases[] = {
-      {{.height = 175}, "Courier           [10.5 Pt.] (Roman-8)"},
-      {{.height = 166}, "Courier           [10.0 Pt.] (Roman-8)"},
+      {{.fontType = 0, .height = 175}, "Courier           [10.5 Pt.] (Roman-8)"},
+      {{.fontType = 2, .height = 166}, "Courier           [10.0 Pt.] (Roman-8)"},
       {{.height = 65535}, "Courier           [3932.1 Pt.] (Roman-8)"},
       {{.strokeWeight = -7}, "Courier        Ut [12.0 Pt.] (Roman-8)"},
       {{.strokeWeight = 7}, "Courier        Uk [12.0 Pt.] (Roman-8)"},
@@ -163,7 +163,7 @@ TEST(PclFontInfo, DescribesVendorTypefaceAndNumber) {
     EXPECT_STREQ(font.info.symbolSet, "8U");
     EXPECT_EQ(font.info.flags, flags);
   };
-  expect({.spacing = 1, .typeface = 0x5ABC}, "Ven:5  Typ:2748  Fon:?0", 0x07);
+  expect({.spacing = 1, .typeface = 0xDABC}, "Ven:13  Typ:2748  Fon:?0", 0x07);
   expect({.spacing = 2, .typeface = 0x5ABC, .vendor = 0x80 | 'X', .fontNumber = 0xFFFFFF},
          "Ven:5  Typ:2748  Fon:X16777215", 0x03);
 }

@@ -275,8 +275,10 @@ TEST(FontIndex, GivesFontsAndWhatItSaysOfThem) {
   expect("the list lies in another section", "[PCL fonts]\n[Other]\n{O}\nFONT\n" + file, {});
   expect("an attribute behind another F", start + "FILE\n" + file, {});
   expect("attributes of the next section", start + file + "[X]\n/tfm = m.tfm\n", {plain});
-  expect("the first of two", start + "/tfm = m.tfm\n/tfm = x\n" + file + "/font file = none\n",
-         {plain + "m.tfm"});
+  expect("the first of two",
+         start + "/tfm = m.tfm\n/tfm = x\n" + file + "/font file = none\n/resource = a 7\n" +
+             "/resource = a 8\n",
+         {"bound.sfs 8U 7 m.tfm"});
   expect("comments and blanks",
          "; [PCL fonts]\n\n  [PCL fonts] of a disk\n \t{O} outline\n  FONT\n;/tfm = none\n"
          "  /tfm = m.tfm ; metrics\n/font file =   bound.sfs  }\n/symset = 8Uxyz rest\n",
@@ -289,7 +291,8 @@ TEST(FontIndex, GivesFontsAndWhatItSaysOfThem) {
          start + "/font file = " + std::string(80, ' ') + "bound.sfs\n", {});
   expect("a cartridge comes first",
          start + file + "[Cartridge]\n{ bitmap.sfp Some name\n/class = O\n}\n", {plain, bitmap});
-  expect("no word in the cartridge", "[Cartridge]\n{\n{ }\n", {});
+  expect("no word in the cartridge, and another section",
+         "[Cartridge]\n{\n{ }\n[Other]\n{ bitmap.sfp Name\n", {});
   expect("no line end", start + "/font file = bound.sfs", {plain});
 }
 
@@ -346,10 +349,9 @@ TEST(MacroFind, ListsTheMacrosOfALanguage) {
   folder.Add("dir/e.mac", "\x1B&f9y0X\x1B&f1X");
   folder.Add("f.ppds", "\x1B[l\x05");
   folder.Add("g.xl", ") HP-PCL XL;1;1;\n\xC8\xC0\x04Logo\xF8\x8B[");
-  const auto find = [](uint32_t language, uint32_t recurse) {
-    uint16_t count = 0;
-    HvFoundResource* const list = HvMacFind("", &count, language, 0, recurse);
-    return Told(list, count, RESOURCE_MACRO, [](const HvFoundResource& entry) {
+  const auto find = [](uint32_t language, uint32_t recurse, uint16_t most = 0) {
+    HvFoundResource* const list = HvMacFind("", &most, language, 0, recurse);
+    return Told(list, most, RESOURCE_MACRO, [](const HvFoundResource& entry) {
       const auto& info = *static_cast<const HvMacroInfo*>(entry.details);
       return std::string(entry.path) + " " + std::to_string(info.macroId) + " " +
              std::to_string(info.flags);
@@ -357,6 +359,7 @@ TEST(MacroFind, ListsTheMacrosOfALanguage) {
   };
   EXPECT_EQ(find(JOB_EMULATION_PCL, 0), Names{".\\a.mac 7 26"});
   EXPECT_EQ(find(JOB_EMULATION_PCL, 1), (Names{".\\dir\\e.mac 9 26", ".\\a.mac 7 26"}));
+  EXPECT_EQ(find(JOB_EMULATION_PCL, 1, 1), Names{".\\a.mac 7 26"});
   EXPECT_EQ(find(JOB_EMULATION_PPDS, 0), Names{".\\f.ppds 0 26"});
   EXPECT_EQ(find(JOB_EMULATION_PCLXL, 0), Names{".\\g.xl 0 0"});
 }
