@@ -30,9 +30,9 @@ uint32_t WriteConvertedText(const std::string& path, std::string_view text) {
 
 void ReplaceFile(const std::string& path, MetricsBytes bytes) {
   platform::TemporaryFile beside(platform::CreateFileBeside(path.c_str()));
-  const bool written = !beside.Exists() || WriteConverted(beside.Name(), bytes) == HV_OK;
   if (beside.Exists()) {
-    if (written && beside.Replace(path.c_str())) return;
+    // On a full disk the old file would be lost as well.
+    if (WriteConverted(beside.Name(), bytes) != HV_OK || beside.Replace(path.c_str())) return;
     beside.Discard();
   }
   // A device, a file in a directory that takes no new one, or one that another program has open.

@@ -23,8 +23,9 @@ uint32_t WriteConverted(const std::string& path, MetricsBytes bytes);
 // when not all of it gets there.
 uint32_t WriteConvertedText(const std::string& path, std::string_view text);
 
-// Puts a file in the place of the one that is there in one step, where the directory allows it.
-// Nothing is said of a failure, which leaves the old file.
+// Puts a file in the place of the one that is there in one step, so that a failure, of which
+// nothing is said, leaves the old file. Where the directory does not allow that, the old one is
+// written over.
 void ReplaceFile(const std::string& path, MetricsBytes bytes);
 
 }  // namespace hv

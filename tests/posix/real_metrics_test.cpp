@@ -15,6 +15,7 @@
 #include "hvapi.h"
 #include "support/font_files.h"
 #include "support/metrics_files.h"
+#include "support/posix/file_size_limit.h"
 #include "support/posix/installed_fonts.h"
 #include "support/run_program.h"
 #include "support/tagged_files.h"
@@ -252,13 +253,20 @@ TEST(FontConvertDisk, TellsOfAFullDisk) {
   for (const int32_t type : {5, 17, 6, 16}) expect(pcl, type, HV_SYSTEM_FAILURE);
 }
 
-TEST(FontConvertDisk, LeavesAFileThatItMayNotWrite) {
+TEST(FontConvertDisk, ReplacesAFileInOneStepOrLeavesIt) {
   const TestFolder folder;
   const std::string afm = folder.Add("font.afm", hvtest::AfmFile("Times"));
   folder.Add("font.inf", "MSMenuName (Times)\n");
   const std::string out = folder.Add("out.pfm", "old");
   std::filesystem::create_hard_link(out, folder / "link");
-  ASSERT_EQ(HvFonConvert(afm.c_str(), out.c_str(), nullptr, 0, 1), HV_OK);
+  const auto convert = [&] { return HvFonConvert(afm.c_str(), out.c_str(), nullptr, 0, 1); };
+  {
+    const hvtest::FileSizeLimit full(100);
+    EXPECT_EQ(convert(), HV_OK);
+  }
+  EXPECT_EQ(ReadFile(out), "old");
+  EXPECT_EQ(convert(), HV_OK);
+  EXPECT_GT(ReadFile(out).size(), 100U);
   // The new file took the place of the old one, which was not written over.
   EXPECT_EQ(ReadFile(folder / "link"), "old");
   EXPECT_EQ(folder.Names().size(), 4U);
