@@ -16,9 +16,10 @@ enum class WidthRule : uint8_t {
 };
 
 // Reads an AFM and, when there is one, its INF (else NULL), both opened in binary mode, into the
-// record. HV_OK, or HV_LIMIT_REACHED for a file of more than 65,534 bytes. Malformed lines are no
-// errors: a number that is missing is 0, a word that is not known is passed over. Names are cut at
-// 79 characters, kerning pairs past 1024 and codes above 255 are dropped.
+// record. HV_OK, HV_LIMIT_REACHED for a file of more than 65,534 bytes, or HV_UNUSABLE_FILE for one
+// that cannot be read to its end. Malformed lines are no errors: a number that is missing is 0, a
+// word that is not known is passed over. Names are cut at 79 characters, kerning pairs past 1024
+// and codes above 255 are dropped.
 uint32_t ReadAfmAndInf(platform::Stream* afm, platform::Stream* inf, FontMetricsRecord* record,
                        WidthRule rule);
 

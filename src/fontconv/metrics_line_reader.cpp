@@ -116,6 +116,7 @@ MetricsLine MetricsLine::Field() {
 uint32_t MetricsLineReader::Load(platform::Stream* file) {
   text_.resize(LongestFile + 1);
   text_.resize(file->Read(text_.data(), text_.size()));
+  if (file->HasError()) return HV_UNUSABLE_FILE;
   if (text_.size() > LongestFile) return HV_LIMIT_REACHED;
   text_.resize(std::min(text_.find(EndOfText), text_.size()));
   next_ = lineStart_ = 0;

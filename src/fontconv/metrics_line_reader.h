@@ -48,8 +48,8 @@ class MetricsLine {
 // at 255 characters.
 class MetricsLineReader {
  public:
-  // Reads a file opened in binary mode. HV_OK, or HV_LIMIT_REACHED for more than 65,534 bytes. The
-  // byte 0x1A ends the text.
+  // Reads a file opened in binary mode. HV_OK, HV_LIMIT_REACHED for more than 65,534 bytes, or
+  // HV_UNUSABLE_FILE when it cannot be read to its end. The byte 0x1A ends the text.
   uint32_t Load(platform::Stream* file);
 
   // The next line, valid until the next call; empty when none is left.

@@ -28,7 +28,8 @@ struct PclFontReading {
   std::vector<uint8_t> head;
 };
 
-// Reads all of a font. Empty when it holds no descriptor of its layout, or a character before it.
+// Reads all of a font. Empty when it holds no descriptor of its layout, or a character before it,
+// and when it cannot be read to its end.
 std::optional<PclFontReading> ReadPclFont(platform::Stream* file) {
   const PclFamily family = PclHeaderFamily();
   PclFontStream stream(file);
@@ -53,7 +54,7 @@ std::optional<PclFontReading> ReadPclFont(platform::Stream* file) {
         break;
     }
   }
-  if (font.head.empty()) return std::nullopt;
+  if (font.head.empty() || file->HasError()) return std::nullopt;
   return font;
 }
 

@@ -331,11 +331,14 @@ std::optional<SoftFontDescriptor> ReadHeader(const char* path) {
   return header;
 }
 
+// Empty for a file that is too large or cannot be read to its end.
 std::vector<uint8_t> ReadWhole(const std::string& path) {
   const uint32_t size = FileSize(path.c_str());
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(path.c_str(), "rb");
   if (file == nullptr || size > LargestTaggedFile) return {};
-  return ReadBytes(file.get(), size);
+  std::vector<uint8_t> bytes = ReadBytes(file.get(), size);
+  if (file->HasError()) bytes.clear();
+  return bytes;
 }
 
 bool HasSymbolSet(const TaggedFont& font, std::string_view symbolSet) {
