@@ -14,7 +14,7 @@
 namespace hv {
 
 enum class MetricTag : uint16_t {
-  SymbolSets = 404,          // a directory, see TaggedFont::FindSymbolSet
+  SymbolSets = 404,          // a directory, see TaggedFont::FindGlyphs
   InchesPerPoint = 406,      // rational
   NominalPointSize = 407,    // rational
   DesignUnitsPerEm = 408,    // rational; all lengths below are in design units
@@ -61,7 +61,7 @@ class TaggedFont {
   // The tag's first number, with its sign.
   std::optional<int32_t> Number(MetricTag tag) const;
   int32_t NumberOr(MetricTag tag, int32_t otherwise) const;
-  // None of them is absent with a denominator of 0.
+  // Absent as well with a denominator of 0.
   std::optional<Rational> Ratio(MetricTag tag) const;
   std::string_view Text(MetricTag tag) const;
   std::vector<int32_t> Numbers(MetricTag tag) const;
