@@ -24,6 +24,20 @@ std::string SizeText(const FontSelection& font) {
 
 }  // namespace
 
+FontSelection SelectionOfHeader(const SoftFontDescriptor& header) {
+  const auto value = [&](DescriptorField field) {
+    return static_cast<uint32_t>(DescriptorValue(header, field));
+  };
+  FontSelection selection;
+  selection.symbolSet = static_cast<uint16_t>(value(DescriptorField::SymbolSet));
+  selection.spacing = value(DescriptorField::Spacing);
+  selection.style = value(DescriptorField::StyleHigh) << 8 | value(DescriptorField::StyleLow);
+  selection.strokeWeight = DescriptorValue(header, DescriptorField::StrokeWeight);
+  selection.typeface =
+      value(DescriptorField::TypefaceHigh) << 8 | value(DescriptorField::TypefaceLow);
+  return selection;
+}
+
 std::string SelectionEscape(const FontSelection& font) {
   char text[120];
   std::snprintf(text, sizeof text, "\x1B(%d%c\x1B(s%up%s%us%db%uT", font.symbolSet / 32,

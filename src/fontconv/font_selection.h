@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "fonts/soft_font_descriptor.h"
+
 namespace hv {
 
 struct FontSelection {
@@ -16,6 +18,9 @@ struct FontSelection {
   int32_t strokeWeight = 0;
   uint32_t typeface = 0;
 };
+
+// What the header of a soft font says, all but height and pitch.
+FontSelection SelectionOfHeader(const SoftFontDescriptor& header);
 
 // The height goes out to the next tenth of a point above, the pitch as it is.
 std::string SelectionEscape(const FontSelection& font);

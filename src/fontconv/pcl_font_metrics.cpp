@@ -104,12 +104,10 @@ bool PclFontMetrics::Start(PclFamily family, std::span<const uint8_t> descriptor
 }
 
 void PclFontMetrics::PutCommon() {
-  const auto symbolSet = static_cast<uint16_t>(Value(DescriptorField::SymbolSet));
-  const PclSymbolSet set = FindPclSymbolSet(symbolSet, Value(DescriptorField::FontType));
-  pfm_.symbolSet = symbolSet;
+  const FontSelection header = SelectionOfHeader(descriptor_);
+  const PclSymbolSet set = FindPclSymbolSet(header.symbolSet, Value(DescriptorField::FontType));
+  pfm_.symbolSet = header.symbolSet;
   pfm_.translationTable = set.translationTable;
-  const uint32_t typeface = static_cast<uint32_t>(Value(DescriptorField::TypefaceHigh)) << 8 |
-                            static_cast<uint32_t>(Value(DescriptorField::TypefaceLow));
   std::copy(CopyrightNotice.begin(), CopyrightNotice.end(),
             pfm_.header.begin() + PfmRow(PfmField::Copyright).offset);
   Put(PfmField::Version, PfmVersion);
@@ -117,9 +115,9 @@ void PclFontMetrics::PutCommon() {
   Put(PfmField::Points, int64_t{Value(DescriptorField::Height)} * 72 / 1200);
   Put(PfmField::VerticalResolution, Resolution);
   Put(PfmField::HorizontalResolution, Resolution);
-  Put(PfmField::Weight, WeightOfStroke(Value(DescriptorField::StrokeWeight)));
+  Put(PfmField::Weight, WeightOfStroke(header.strokeWeight));
   Put(PfmField::CharacterSet, set.characterSet);
-  Put(PfmField::PitchAndFamily, FindPclTypeface(typeface).family);
+  Put(PfmField::PitchAndFamily, FindPclTypeface(header.typeface).family);
   Put(PfmMetric::Size, PfmMetricsSize);
   Put(PfmMetric::Orientation, Value(DescriptorField::Orientation) == 0 ? 1 : 2);
 }
@@ -147,20 +145,14 @@ void PclFontMetrics::PutBitmapFont() {
   PutMasterHeight(cell);
   Put(PfmMetric::CapHeight, rounded - cell + baseline);
 
-  FontSelection selection;
+  FontSelection selection = SelectionOfHeader(descriptor_);
   const auto value = [&](DescriptorField field) { return static_cast<uint32_t>(Value(field)); };
-  selection.symbolSet = pfm_.symbolSet;
-  selection.spacing = value(DescriptorField::Spacing);
   selection.height =
       (value(DescriptorField::Height) * ExtendedParts + value(DescriptorField::HeightExtended)) *
       HeightNumerator / HeightDenominator;
   const uint32_t pitch =
       value(DescriptorField::Pitch) * ExtendedParts + value(DescriptorField::PitchExtended);
   selection.pitch = pitch == 0 ? 0 : PitchDividend / pitch;
-  selection.style = value(DescriptorField::StyleHigh) << 8 | value(DescriptorField::StyleLow);
-  selection.strokeWeight = Value(DescriptorField::StrokeWeight);
-  selection.typeface =
-      value(DescriptorField::TypefaceHigh) << 8 | value(DescriptorField::TypefaceLow);
   pfm_.selection = SelectionEscape(selection);
 }
 
@@ -292,9 +284,7 @@ DriverPfm PclFontMetrics::Finish() {
 }
 
 std::string PclFontMetrics::TypefaceAndSet() const {
-  const uint32_t typeface = static_cast<uint32_t>(Value(DescriptorField::TypefaceHigh)) << 8 |
-                            static_cast<uint32_t>(Value(DescriptorField::TypefaceLow));
-  std::string name(FindPclTypeface(typeface).name);
+  std::string name(FindPclTypeface(SelectionOfHeader(descriptor_).typeface).name);
   const std::string_view suffix =
       FindPclSymbolSet(pfm_.symbolSet, Value(DescriptorField::FontType)).suffix;
   if (!name.empty() && name.size() + suffix.size() <= LongestFace) name += suffix;

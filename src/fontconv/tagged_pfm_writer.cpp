@@ -251,10 +251,8 @@ void TaggedConversion::PutKerning() {
 
 FontSelection TaggedConversion::SelectionOfFont() const {
   FontSelection selection;
-  const Rational size = PointSize();
   selection.symbolSet = symbolSet_;
   selection.spacing = IsFixedPitch() ? 0 : 1;
-  selection.height = static_cast<uint32_t>(Rounded(size, HundredthsOfPoint));
   selection.style =
       (IsItalic() ? std::clamp<uint32_t>(
                         static_cast<uint32_t>(font_.NumberOr(MetricTag::Posture, 1)), 1, 3)
@@ -304,18 +302,8 @@ std::optional<DriverPfm> TaggedConversion::Make(const SoftFontDescriptor* header
   pfm_.faceName = name.substr(0, LongestFaceName - suffix.size()) + suffix;
   pfm_.symbolSet = symbolSet_;
 
-  FontSelection selection = SelectionOfFont();
-  if (header != nullptr) {
-    const auto value = [&](DescriptorField field) {
-      return static_cast<uint32_t>(DescriptorValue(*header, field));
-    };
-    selection.symbolSet = static_cast<uint16_t>(value(DescriptorField::SymbolSet));
-    selection.spacing = value(DescriptorField::Spacing);
-    selection.style = value(DescriptorField::StyleHigh) << 8 | value(DescriptorField::StyleLow);
-    selection.strokeWeight = DescriptorValue(*header, DescriptorField::StrokeWeight);
-    selection.typeface =
-        value(DescriptorField::TypefaceHigh) << 8 | value(DescriptorField::TypefaceLow);
-  }
+  FontSelection selection = header == nullptr ? SelectionOfFont() : SelectionOfHeader(*header);
+  selection.height = static_cast<uint32_t>(Rounded(PointSize(), HundredthsOfPoint));
   if (selection.spacing == 0) selection.pitch = PitchInHundredths();
   pfm_.selection = SelectionEscape(selection);
   return pfm_;
