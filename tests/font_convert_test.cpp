@@ -20,14 +20,12 @@ using hvtest::FontMetrics;
 using hvtest::ReadFile;
 using hvtest::TestFolder;
 
-constexpr int32_t AllTypes[] = {1, 2, 3, 4, 5, 6, 16, 17};
-
 // A text font in which every number of the files has a value of its own.
 const std::string TextAfm =
     "StartFontMetrics 4.1\nFontName Sample-Oblique\nWeight Bold\nItalicAngle -12.5\n"
     "IsFixedPitch false\nFontBBox -20 -250 1100 960\nUnderlinePosition -101\n"
     "UnderlineThickness 51\nCapHeight 1\nXHeight 2\nAscender 777\nDescender -3\n"
-    "StartCharMetrics 8\n"
+    "StartCharMetrics 9\n"
     "C 32 ; WX 250 ; N space ; B 0 0 0 0 ;\n"
     "C 72 ; WX 720 ; N H ; B 10 0 700 662 ;\n"
     "C 120 ; WX 500 ; N x ; B 17 -1 479 450 ;\n"
@@ -35,6 +33,7 @@ const std::string TextAfm =
     "C 112 ; WX 520 ; N p ; B 5 -217 470 460 ;\n"
     "C 183 ; WX 350 ; N bullet ; B 40 196 310 466 ;\n"
     "C -1 ; WX 730 ; N Adieresis ; B 15 0 706 835 ;\n"
+    "C 197 ; WX 334 ; N macron ; B 11 547 322 601 ;\n"
     "C 45 ; WX 333 ; N hyphen ; B 39 194 285 257 ;\n"
     "EndCharMetrics\nStartKernData\nStartKernPairs 3\nKPX x d -15\nKPX H x 7\nKPX d H -300\n"
     "EndKernPairs\nEndKernData\nEndFontMetrics\n";
@@ -47,9 +46,9 @@ FontMetrics TextMetrics() {
   font.face = "Sample Text";
   font.fontName = "Sample-Oblique";
   font.widths.assign(224, 350);
-  const std::pair<std::size_t, int> widths[] = {{32, 250},  {160, 250}, {72, 720},
-                                                {120, 500}, {100, 510}, {112, 520},
-                                                {45, 333},  {173, 333}, {196, 730}};
+  const std::pair<std::size_t, int> widths[] = {{32, 250},  {160, 250}, {72, 720}, {120, 500},
+                                                {100, 510}, {112, 520}, {45, 333}, {173, 333},
+                                                {196, 730}, {175, 334}};
   int sum = 32 * 350;
   for (const auto& [code, width] : widths) font.widths[code - 32] = width;
   for (const int width : font.widths) sum += width;
@@ -69,13 +68,13 @@ TEST(FontConvert, ChecksItsArgumentsBeforeItLooksForTheFile) {
   const std::string missing = folder / "missing.afm";
   const std::string tooLong(261, 'x');
   HvFontInfo info = {};
-  for (const int32_t type : AllTypes) {
+  for (const int32_t type : {1, 2, 3, 4, 5, 6, 16, 17}) {
     EXPECT_EQ(HvFonConvert(nullptr, nullptr, &info, 2, type), HV_BAD_ARGUMENT) << type;
     EXPECT_EQ(Convert(tooLong, "", type, &info, 2), HV_BAD_ARGUMENT) << type;
     EXPECT_EQ(Convert(there, tooLong, type, &info, 2), HV_BAD_ARGUMENT) << type;
     EXPECT_EQ(HvFonConvert(missing.c_str(), nullptr, &info, 2, type), HV_NOT_FOUND) << type;
   }
-  for (const int32_t type : {0, 7, 15, 18, 99, -1}) {
+  for (const int32_t type : {0, 7, 18, -1}) {
     EXPECT_EQ(Convert(there, "", type), HV_BAD_ARGUMENT) << type;
     EXPECT_EQ(Convert(missing, "", type), HV_NOT_FOUND) << type;
   }
@@ -113,44 +112,42 @@ TEST(FontConvert, TakesADestinationWithoutADotForADirectory) {
     EXPECT_EQ(ReadFile(file), hvtest::PostScriptPfm(TextMetrics()));
     std::filesystem::remove(file);
   }
-  EXPECT_EQ(Convert("font.one.afm", "nowhere", 1), HV_OK);
-  EXPECT_FALSE(std::filesystem::exists(folder.Path() / "nowhere"));
+}
+
+// Converts to both files and compares them; the PSM has an average width of its own.
+void ExpectBoth(const std::string& afm, const std::string& inf, FontMetrics font, int psmAverage) {
+  const TestFolder folder;
+  const std::string source = folder.Add("font.afm", afm);
+  folder.Add("font.inf", inf);
+  ASSERT_EQ(Convert(source, folder / "font.x", 2), HV_OK);
+  EXPECT_EQ(ReadFile(folder / "font.PFM"), hvtest::PostScriptPfm(font));
+  font.averageWidth = psmAverage;
+  EXPECT_EQ(ReadFile(folder / "font.PSM"), hvtest::LaserPrinterPsm(font));
 }
 
 TEST(FontConvert, WritesEveryFieldOfBothFiles) {
-  const TestFolder folder;
-  const std::string source = folder.Add("font.afm", TextAfm);
-  folder.Add("font.inf", SerifInf);
-  FontMetrics font = TextMetrics();
-  ASSERT_EQ(Convert(source, folder / "font.x", 2), HV_OK);
-  EXPECT_EQ(ReadFile(folder / "font.PFM"), hvtest::PostScriptPfm(font));
   // By the frequency of letters: space 166, d 35, p 17, x 3 and 779 others.
-  font.averageWidth = (166 * 250 + 35 * 510 + 17 * 520 + 3 * 500 + 779 * 350) / 1000;
-  EXPECT_EQ(ReadFile(folder / "font.PSM"), hvtest::LaserPrinterPsm(font));
+  ExpectBoth(TextAfm, SerifInf, TextMetrics(),
+             (166 * 250 + 35 * 510 + 17 * 520 + 3 * 500 + 779 * 350) / 1000);
 }
 
 TEST(FontConvert, WritesFixedPitchFontsWithoutKerning) {
-  const TestFolder folder;
-  std::string afm = Replaced(TextAfm, "IsFixedPitch false", "IsFixedPitch true");
-  afm = Replaced(afm, "FontBBox -20 -250 1100 960", "FontBBox 0 -200 600 700");
+  std::string afm = Replaced(TextAfm, "FontBBox -20 -250 1100 960", "FontBBox 0 -200 600 700");
   afm = Replaced(afm, "ItalicAngle -12.5", "ItalicAngle 0");
-  afm = afm.substr(0, afm.find("StartKernData"));
-  const std::string source = folder.Add("font.afm", afm);
-  const std::string longName(79, 'n');
-  folder.Add("font.inf", "MSMenuName (" + longName + ")\n");
   FontMetrics font = TextMetrics();
   font.variable = false;
-  font.internalLeading = 0;
+  font.internalLeading = font.italicAngle = 0;
   font.boxHeight = 900;
-  font.italicAngle = 0;
   font.family = 32;
-  font.face = longName;
+  font.face = std::string(79, 'n');
   font.kerning.clear();
   font.widths.assign(224, 250);
   font.averageWidth = font.maximumWidth = 250;
-  ASSERT_EQ(Convert(source, folder / "font.x", 2), HV_OK);
-  EXPECT_EQ(ReadFile(folder / "font.PFM"), hvtest::PostScriptPfm(font));
-  EXPECT_EQ(ReadFile(folder / "font.PSM"), hvtest::LaserPrinterPsm(font));
+  afm = afm.substr(0, afm.find("StartKernData"));
+  for (const char* const pitch : {"", "IsFixedPitch true\n"}) {
+    ExpectBoth(Replaced(afm, "IsFixedPitch false\n", pitch), "MSMenuName (" + font.face + ")\n",
+               font, 250);
+  }
 }
 
 TEST(FontConvert, WritesSymbolFontsAndAsManyPairsAsThereAre) {
@@ -159,9 +156,6 @@ TEST(FontConvert, WritesSymbolFontsAndAsManyPairsAsThereAre) {
       "C 33 ; WX 111 ; N universal ; B 0 0 0 0 ;\nC 149 ; WX 222 ; N a ; B 0 0 0 0 ;\n"
       "EndCharMetrics\nStartKernData\nStartKernPairs 1025\n";
   for (int i = 0; i < 1025; ++i) afm += "KPX A B " + std::to_string(i) + "\n";
-  const TestFolder folder;
-  const std::string source = folder.Add("font.afm", afm + "EndKernPairs\n");
-  folder.Add("font.inf", "MSMenuName (Symbol Sample)\nPi true\n");
   FontMetrics font;
   font.charSet = 2;
   font.family = 80;
@@ -172,10 +166,7 @@ TEST(FontConvert, WritesSymbolFontsAndAsManyPairsAsThereAre) {
   font.averageWidth = (255 * 222 + 111) / 256;
   font.maximumWidth = 222;
   for (int i = 0; i < 1024; ++i) font.kerning.push_back({'A', 'B', i});
-  ASSERT_EQ(Convert(source, folder / "font.x", 2), HV_OK);
-  EXPECT_EQ(ReadFile(folder / "font.PFM"), hvtest::PostScriptPfm(font));
-  font.averageWidth = 222;
-  EXPECT_EQ(ReadFile(folder / "font.PSM"), hvtest::LaserPrinterPsm(font));
+  ExpectBoth(afm + "EndKernPairs\n", "MSMenuName (Symbol Sample)\nPi true\n", font, 222);
 }
 
 TEST(FontConvert, NeedsTheInfAndFilesWithinTheLimit) {
@@ -193,16 +184,14 @@ TEST(FontConvert, NeedsTheInfAndFilesWithinTheLimit) {
   folder.Add("font.afm", TextAfm + std::string(65535 - TextAfm.size(), ' '));
   EXPECT_EQ(Convert(source, folder / "x.x", 2), HV_LIMIT_REACHED);
   EXPECT_EQ(ReadFile(old), "old");
-  EXPECT_FALSE(std::filesystem::exists(folder / "x.PFM"));
+  EXPECT_EQ(folder.Names().size(), 3U);
   folder.Add("font.afm", TextAfm + std::string(65534 - TextAfm.size(), ' '));
   EXPECT_EQ(Convert(source, "", 1), HV_OK);
   EXPECT_EQ(ReadFile(old), hvtest::PostScriptPfm(TextMetrics()));
 
   std::filesystem::create_directory(folder.Path() / "dir.afm");
-  EXPECT_EQ(Convert(folder / "dir.afm", "", 1), HV_NOT_FOUND);
   folder.Add("dir.inf", SerifInf);
   EXPECT_EQ(Convert(folder / "dir.afm", "", 1), HV_CANNOT_OPEN);
-  EXPECT_EQ(Convert(folder / "dir.afm", folder / "x.x", 2), HV_CANNOT_OPEN);
 }
 
 TEST(FontConvert, SaysNothingOfAnOutputThatItCannotMake) {
@@ -210,10 +199,9 @@ TEST(FontConvert, SaysNothingOfAnOutputThatItCannotMake) {
   const std::string source = folder.Add("font.afm", TextAfm);
   folder.Add("font.inf", SerifInf);
   std::filesystem::create_directory(folder.Path() / "font.PFM");
-  const std::vector<std::string> before = folder.Names();
   EXPECT_EQ(Convert(source, "", 1), HV_OK);
   EXPECT_EQ(Convert(source, folder / "nowhere/font.pfm", 1), HV_OK);
-  EXPECT_EQ(folder.Names(), before);
+  EXPECT_EQ(folder.Names().size(), 3U);
   // The PSM is written all the same.
   EXPECT_EQ(Convert(source, folder / "font.x", 2), HV_OK);
   EXPECT_TRUE(std::filesystem::exists(folder / "font.PSM"));
