@@ -9,24 +9,15 @@ namespace {
 
 struct Writer {
   bool high;
-  std::string Two(int64_t value) const {
-    const auto bits = static_cast<unsigned>(value) & 0xFFFF;
-    return high ? Be16(bits) : Le16(bits);
-  }
-  std::string Four(int64_t value) const {
+  std::string Number(std::size_t size, int64_t value) const {
     const auto bits = static_cast<uint32_t>(value);
-    return high ? Be32(bits) : Le32(bits);
+    return high ? Be32(bits).substr(4 - size) : Le32(bits).substr(0, size);
   }
   std::string Data(const TaggedEntry& entry) const {
     if (entry.type == 2) return entry.text + '\0';
+    const std::size_t size = entry.type == 1 ? 1 : entry.type == 3 || entry.type == 17 ? 2 : 4;
     std::string data;
-    for (const int64_t number : entry.numbers) {
-      if (entry.type == 1) {
-        data += static_cast<char>(number);
-      } else {
-        data += entry.type == 3 || entry.type == 17 ? Two(number) : Four(number);
-      }
-    }
+    for (const int64_t number : entry.numbers) data += Number(size, number);
     return data;
   }
 };
@@ -36,18 +27,15 @@ std::string SymbolSetData(const Writer& write, const std::vector<TaggedSymbolSet
                           std::size_t at) {
   std::string directory;
   std::string behind;
-  const std::size_t behindAt = at + 14 * sets.size();
+  const auto lead = [&] { directory += write.Number(4, at + 14 * sets.size() + behind.size()); };
   for (const TaggedSymbolSet& set : sets) {
-    const std::size_t name = behindAt + behind.size();
+    lead();
     behind += "Set " + set.text + '\0';
-    const std::size_t text = behindAt + behind.size();
+    lead();
     behind += set.text + '\0';
-    const std::size_t glyphs = behindAt + behind.size();
-    for (const unsigned glyph : set.glyphs) behind += write.Two(glyph);
-    for (const std::size_t offset : {name, text, glyphs}) {
-      directory += write.Four(static_cast<int64_t>(offset));
-    }
-    directory += write.Two(static_cast<int64_t>(set.glyphs.size()));
+    lead();
+    directory += write.Number(2, set.glyphs.size());
+    for (const unsigned glyph : set.glyphs) behind += write.Number(2, glyph);
   }
   return directory + behind;
 }
@@ -67,28 +55,27 @@ void TaggedFontFile::Remove(unsigned tag) {
 
 std::string TaggedFile(const std::string& order, const std::vector<TaggedFontFile>& fonts) {
   const Writer write = {order == "MM"};
-  std::string file = order + write.Two(42) + write.Four(8);
+  std::string file = order + write.Number(2, 42) + write.Number(4, 8);
   for (const TaggedFontFile& font : fonts) {
     const std::size_t count = font.entries.size() + (font.symbolSets.empty() ? 0 : 1);
     const std::size_t dataAt = file.size() + 2 + 12 * count + 4;
-    std::string directory = write.Two(static_cast<int64_t>(count));
+    std::string directory = write.Number(2, count);
     std::string data;
-    const auto offset = [&] { return write.Four(static_cast<int64_t>(dataAt + data.size())); };
+    const auto offset = [&] { return write.Number(4, dataAt + data.size()); };
     for (const TaggedEntry& entry : font.entries) {
       const std::string bytes = write.Data(entry);
       const std::size_t elements = entry.type == 2 ? bytes.size() : entry.numbers.size();
-      directory += write.Two(entry.tag) + write.Two(entry.type);
-      directory += write.Four(static_cast<int64_t>(entry.type == 5 ? elements / 2 : elements));
+      directory += write.Number(2, entry.tag) + write.Number(2, entry.type);
+      directory += write.Number(4, entry.type == 5 ? elements / 2 : elements);
       directory += bytes.size() <= 4 ? Field(bytes, 4) : offset();
       if (bytes.size() > 4) data += bytes;
     }
     if (!font.symbolSets.empty()) {
-      directory += write.Two(404) + write.Two(1);
-      directory += write.Four(static_cast<int64_t>(14 * font.symbolSets.size())) + offset();
+      directory += write.Number(2, 404) + write.Number(2, 1);
+      directory += write.Number(4, 14 * font.symbolSets.size()) + offset();
       data += SymbolSetData(write, font.symbolSets, dataAt + data.size());
     }
-    const bool isLast = &font == &fonts.back();
-    directory += write.Four(isLast ? 0 : static_cast<int64_t>(dataAt + data.size()));
+    directory += &font == &fonts.back() ? write.Number(4, 0) : offset();
     file += directory + data;
   }
   return file;
@@ -97,15 +84,13 @@ std::string TaggedFile(const std::string& order, const std::vector<TaggedFontFil
 TaggedFontFile SampleTaggedFont() {
   TaggedFontFile font;
   font.entries = {{401, 2, {}, "A notice"}, {417, 2, {}, "Sample  "}, {442, 2, {}, "4101"}};
-  const std::pair<unsigned, int64_t> bytes[] = {
-      {409, 1}, {410, 0}, {411, 179}, {414, 60}, {415, 0x82}};
-  for (const auto& [tag, value] : bytes) font.Set(tag, 1, {value});
-  const std::pair<unsigned, int64_t> words[] = {{400, 0},   {412, 0},   {422, 1250}, {423, 700},
-                                                {424, 500}, {425, 950}, {427, 720},  {430, 50}};
-  for (const auto& [tag, value] : words) font.Set(tag, 3, {value});
-  const std::pair<unsigned, int64_t> signedWords[] = {
-      {413, 1250}, {426, -250}, {428, -210}, {429, -100}};
-  for (const auto& [tag, value] : signedWords) font.Set(tag, 17, {value});
+  // Tag, type and value.
+  const int numbers[][3] = {{409, 1, 1},    {410, 1, 0},     {411, 1, 179},   {414, 1, 60},
+                            {415, 1, 0x82}, {400, 3, 0},     {412, 3, 0},     {422, 3, 1250},
+                            {423, 3, 700},  {424, 3, 500},   {425, 3, 950},   {427, 3, 720},
+                            {430, 3, 50},   {413, 17, 1250}, {426, 17, -250}, {428, 17, -210},
+                            {429, 17, -100}};
+  for (const auto& [tag, type, value] : numbers) font.Set(tag, type, {value});
   font.Set(406, 5, {1, 72});
   font.Set(407, 5, {12, 1});
   font.Set(408, 5, {1000, 1});
