@@ -1,5 +1,5 @@
 // The metrics that Debian installs for Type 1 fonts, converted: FreeType takes the PFM for the
-// font, fontTools finds the widths of the AFM in what comes back. Besides, disks that are full.
+// font, fontTools finds the widths of the AFM in what comes back. Besides, a disk that is full.
 
 #include <gtest/gtest.h>
 
@@ -14,11 +14,9 @@
 
 #include "hvapi.h"
 #include "support/font_files.h"
-#include "support/metrics_files.h"
 #include "support/posix/file_size_limit.h"
 #include "support/posix/installed_fonts.h"
 #include "support/run_program.h"
-#include "support/tagged_files.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -224,33 +222,6 @@ TEST(RealMetrics, TranslateToRoman8AsPythonDoes) {
     if (others.count(code) == 1) wanted = others.at(code);
     EXPECT_EQ(static_cast<uint8_t>(pfm[117 + 2 * (code - first)]), wanted) << code;
   }
-}
-
-TEST(FontConvertDisk, TellsOfAFullDisk) {
-  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no full device";
-  const TestFolder folder;
-  const std::string full = folder / "full.x";
-  std::filesystem::create_symlink("/dev/full", full);
-  hvtest::FontMetrics metrics;
-  metrics.fontName = "Times";
-  metrics.widths.assign(224, 500);
-  const std::string afm = folder.Add("font.afm", hvtest::AfmFile("Times"));
-  folder.Add("font.inf", "MSMenuName (Times)\n");
-  const std::string pfm = folder.Add("font.pfm", hvtest::PostScriptPfm(metrics));
-  const std::string dlf = folder.Add("font.dlf", hvtest::DlfFont().Bytes());
-  const std::string pcl = folder.Add("font.sfp", hvtest::PclFont({}, hvtest::SampleCharacters()));
-  const std::string tfm =
-      folder.Add("font.tfm", hvtest::TaggedFile("II", {hvtest::SampleTaggedFont()}));
-  HvFontInfo info;
-  ASSERT_EQ(HvFonQueryInfo(pcl.c_str(), &info, 0, 0), HV_OK);
-  tfm.copy(info.companionPath1, tfm.size());
-  const auto expect = [&](const std::string& source, int32_t type, int32_t code) {
-    EXPECT_EQ(HvFonConvert(source.c_str(), full.c_str(), &info, 2, type), code) << type;
-  };
-  expect(afm, 1, HV_OK);
-  expect(pfm, 3, HV_WRITE_FAILED);
-  expect(dlf, 4, HV_SYSTEM_FAILURE);
-  for (const int32_t type : {5, 17, 6, 16}) expect(pcl, type, HV_SYSTEM_FAILURE);
 }
 
 TEST(FontConvertDisk, ReplacesAFileInOneStepOrLeavesIt) {
