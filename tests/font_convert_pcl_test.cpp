@@ -288,8 +288,8 @@ TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
     return folder.Add(std::to_string(format) + "." + std::to_string(size),
                       Head(size).Byte(2, format).Word(14, 277).Name("Name").Command());
   };
-  const std::string sources[] = {folder.Add("0.64", FixedFont()), add(5, 72), add(9, 72),
-                                 add(11, 88)};
+  const std::string sources[] = {folder.Add("0.64", FixedFont()), add(20, 68), add(5, 72),
+                                 add(9, 72), add(11, 88)};
   // Which of these can be converted when one of a format was described last. No conversion changes
   // that, the longer one included.
   const auto expect = [&](const std::string& described, const std::string& converted) {
@@ -304,15 +304,14 @@ TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
       EXPECT_EQ(result, converted) << described;
     }
   };
-  expect(sources[2], "nyyn");
-  expect(sources[0], "ynnn");
-  expect(add(12, 92), "nyyn");
-  expect(add(0, 72), "nyyn");  // of no known size: all stays as it was
-  expect(sources[1], "nynn");
-  for (const auto& [format, size] : {std::pair{11, 88U}, {10, 80}, {15, 72}, {20, 68}}) {
-    expect(sources[2], "nyyn");
-    expect(add(format, size), "ynnn");
-  }
+  expect(sources[3], "nnyyn");
+  expect(sources[0], "yynnn");
+  expect(add(12, 92), "nnyyn");
+  expect(add(0, 72), "nnyyn");  // of no known size: all stays as it was
+  expect(sources[2], "nnynn");
+  expect(sources[4], "yynnn");
+  expect(sources[3], "nnyyn");
+  expect(sources[1], "yynnn");
 }
 
 TEST(PclPfm, CountsCharactersWithoutAPlace) {

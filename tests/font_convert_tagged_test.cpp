@@ -73,11 +73,8 @@ TEST(TaggedMetrics, GiveEveryFieldInBothByteOrders) {
 }
 
 TEST(TaggedMetrics, AreSelectedByTheHeaderOfTheSoftFont) {
-  const hvtest::PclDescriptor header = {.styleHigh = 1,
-                                        .symbolSet = 629,  // 19U
-                                        .styleLow = 2,
-                                        .strokeWeight = -4,
-                                        .typeface = 0x1234};
+  const hvtest::PclDescriptor header = {
+      .styleHigh = 1, .symbolSet = 629, .styleLow = 2, .strokeWeight = -4, .typeface = 0x1234};
   PclDriverPfm pfm = SamplePfm();
   pfm.face = "Sample (W1)";
   pfm.translation = 17;
