@@ -139,7 +139,6 @@ std::optional<MetricsLine> MetricsLineReader::Next() {
     return MetricsLine(line.substr(0, LongestLine));
   }
   next_ = lineStart_ + line.size();
-  for (int ends = 0; ends < 2 && next_ < text.size() && IsLineEnd(text[next_]); ++ends) ++next_;
   return MetricsLine(line);
 }
 
