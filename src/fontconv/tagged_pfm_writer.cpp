@@ -304,7 +304,7 @@ std::optional<DriverPfm> TaggedConversion::Make(const SoftFontDescriptor* header
 
   FontSelection selection = header == nullptr ? SelectionOfFont() : SelectionOfHeader(*header);
   selection.height = static_cast<uint32_t>(Rounded(PointSize(), HundredthsOfPoint));
-  if (selection.spacing == 0) selection.pitch = PitchInHundredths();
+  selection.pitch = PitchInHundredths();
   pfm_.selection = SelectionEscape(selection);
   return pfm_;
 }
