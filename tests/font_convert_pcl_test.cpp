@@ -80,6 +80,13 @@ std::string PfmOf(const std::string& font, int32_t type = Plain) {
   return hvtest::Converted("font.sfp", font, type, "PFM");
 }
 
+// The number at an offset of a PFM.
+unsigned At(const std::string& pfm, std::size_t at, std::size_t width) {
+  unsigned value = 0;
+  for (std::size_t i = width; i-- > 0;) value = value << 8 | static_cast<uint8_t>(pfm.at(at + i));
+  return value;
+}
+
 // Both conversions: the longer one adds the description.
 void ExpectBoth(const std::string& font, PclDriverPfm pfm, const char* description) {
   EXPECT_EQ(PfmOf(font), pfm.Bytes());
@@ -138,9 +145,9 @@ TEST(PclPfm, HasEveryFieldOfAFontOfFormat9) {
     head.Word(20, 99).Byte(23, 1).Byte(24, -3).Byte(25, 5).Byte(30, -6).Byte(31, 2).Word(32, 222);
     head.Byte(70, -9).Name("Name");
     // 65 is 15 wide; 216 is the place of code 196 in Roman-8, and its larger width counts.
-    const std::string font = head.Command() + ExtendedCharacter('A', 20, 5, 6) +
-                             ExtendedCharacter(216, 254, 1, 2) + ExtendedCharacter(216, 9, 0, 1) +
-                             ExtendedCharacter('B', 255, 9, 9);
+    const std::string characters =
+        ExtendedCharacter('A', 20, 5, 6) + ExtendedCharacter(216, 254, 1, 2) +
+        ExtendedCharacter(216, 9, 0, 1) + ExtendedCharacter('B', 255, 9, 9);
     PclDriverPfm pfm = {Device, 0x80, 12, 41, 10, 5, true, 300, 0, 0, 55, 17, 148 / 4, 128};
     pfm.last = 196;
     pfm.face = "Tms Rmn (8U)";
@@ -151,7 +158,9 @@ TEST(PclPfm, HasEveryFieldOfAFontOfFormat9) {
     pfm.widths[0] = 20;
     pfm.widths['A' - 32] = 15;
     pfm.widths[196 - 32] = 128;
-    ExpectBoth(font, pfm, "Name         LtIt [12.0 Pt.] (Roman-8)");
+    ExpectBoth(head.Command() + characters, pfm, "Name         LtIt [12.0 Pt.] (Roman-8)");
+    // Three quarters of 55 were cut, those of 54 are rounded.
+    EXPECT_EQ(At(PfmOf(head.Word(32, 4 * 54).Command() + characters), 74, 2), 41U);
   }
 }
 
@@ -194,13 +203,10 @@ TEST(PclPfm, NamesTheFace) {
   expect(140, 629, "Name", "Name             (W1)");
   expect(4099, 277, "Sixteen characte", "Sixteen characte (8U)");
   expect(139, 293, "", "Bitstream Amerigo (WE)");
-}
-
-// The number at an offset of a PFM.
-unsigned At(const std::string& pfm, std::size_t at, std::size_t width) {
-  unsigned value = 0;
-  for (std::size_t i = width; i-- > 0;) value = value << 8 | static_cast<uint8_t>(pfm.at(at + i));
-  return value;
+  // The name is that of the first descriptor.
+  const std::string other = FixedHead().Byte(25, 28).Name("Other").Command();
+  EXPECT_STREQ(PfmOf(other + FixedHead().Byte(25, 28).Command()).c_str() + 117 + 30,
+               "Other            (8U)");
 }
 
 TEST(PclPfm, TellsWeightSymbolSetAndFamily) {
@@ -248,8 +254,8 @@ TEST(PclPfm, TranslatesTheUpperHalf) {
   EXPECT_EQ(WidthThrough(21, 39, 233, Character('e', 40)), 10U);
   EXPECT_EQ(WidthThrough(21, 'e', 233, Character(39, 40)), 77U);
   EXPECT_EQ(WidthThrough(21, 'e', 233, Character('e', 40)), 77U);
-  // Code 0 stands for no accent at all.
-  EXPECT_EQ(WidthThrough(21, 300, 196), 0U);
+  // A code too large is 0, which stands for no accent at all.
+  EXPECT_EQ(WidthThrough(21, 256 + ',', 130), 0U);
 }
 
 TEST(PclPfm, ReadsTheStreamAsAPrinterDoes) {

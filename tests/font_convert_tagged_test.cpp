@@ -60,7 +60,7 @@ PclDriverPfm SamplePfm() {
   pfm.face = "Sample (8U)";
   pfm.metrics = {240,  0,    1000, 3,    1000, 1000, 700,  500, 720, 210, -125, 200,
                  -210, 1000, 1000, -100, 50,   0,    -100, 50,  50,  250, 50};
-  pfm.kerning = {{'V', 'A', 40}, {'A', 'V', -80}};
+  pfm.kerning = {{' ', 'A', -7}, {'V', 'A', 40}, {'A', 'V', -80}};
   pfm.memory = 0;
   pfm.selection = "\x1B(8U\x1B(s1p12.00v9s3b4101T";
   return pfm;

@@ -96,7 +96,7 @@ TaggedFontFile SampleTaggedFont() {
   font.Set(408, 5, {1000, 1});
   font.Set(419, 5, {1001, 2});
   font.Set(433, 3, {250, 722, 700, 710});
-  font.Set(439, 17, {3, 1, 2, -80, 2, 1, 40, 9, 1, 5});
+  font.Set(439, 17, {4, 1, 2, -80, 2, 1, 40, 0, 1, -7, 9, 1, 5});
   font.Set(443, 1, {1, 2, 3, 4, 5, 6});
   TaggedSymbolSet roman = {"8U", std::vector<unsigned>(256, 0xFFFF)};
   roman.glyphs[32] = roman.glyphs[160] = 0;
