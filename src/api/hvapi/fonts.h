@@ -148,7 +148,7 @@ enum {
  *   unknown type, a missing destination or record, another pathSelector, an output name that is too
  *   long), HV_NOT_FOUND (source or INF), HV_CANNOT_OPEN (an input, or an output of types 3 to 17
  *   that cannot be created), HV_WRITE_FAILED (type 3), HV_NO_MEMORY, HV_UNUSABLE_FILE (the source
- *   is not of the kind that the type takes; tagged font metrics that cannot be read),
+ *   is not of the kind that the type takes; an input that cannot be read to its end),
  *   HV_SYSTEM_FAILURE (types 4 to 17: not all bytes could be written), HV_LIMIT_REACHED (an AFM or
  *   INF of more than 65,534 bytes). After HV_WRITE_FAILED and HV_SYSTEM_FAILURE the output is left
  *   as far as it was written; other failures touch no output.
