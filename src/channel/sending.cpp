@@ -72,8 +72,10 @@ uint32_t SendFile(const char* file, const char* destination, const HvJobInfo& jo
   uint32_t passes = 0;
   uint32_t result = HV_OK;
   do {
-    source->Seek(0);
-    result = ChannelSendStream(source.get(), &channel, SendEncoding::Raw);
+    // The first pass is at the start as it is: a pipe, which has no way back, is sent once.
+    const bool atStart = passes == 0 || source->Seek(0);
+    result = atStart ? ChannelSendStream(source.get(), &channel, SendEncoding::Raw)
+                     : uint32_t{HV_READ_FAILED};
   } while (result == HV_OK && ++passes < repeats);
 
   if (result != HV_PRINTER_REFUSED) {

@@ -229,6 +229,24 @@ TEST(FileDestination, ThatIsFullSaysSoByItsCodeAlone) {
   EXPECT_EQ(result.output, "");
 }
 
+// A pipe has no way back to its start: it is sent once, whatever its size.
+TEST(FileDestination, GetsWhatAPipeHoldsOnce) {
+  const TestFolder folder;
+  const std::string text(4096, 'x');
+  for (const uint16_t copies : {uint16_t{1}, uint16_t{2}}) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    EXPECT_EQ(write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+    close(ends[1]);
+    const HvJobInfo job = Job(0, 0, nullptr, copies);
+    const std::string source = "/dev/fd/" + std::to_string(ends[0]);
+    EXPECT_EQ(HvDatSendFile(source.c_str(), (folder / "out").c_str(), &job, 0),
+              copies == 1 ? HV_OK : HV_READ_FAILED);
+    EXPECT_EQ(ReadFile(folder / "out"), text);
+    close(ends[0]);
+  }
+}
+
 // The longest destination and source of all.
 TEST(FileDestination, MayHave260Characters) {
   const TestFolder folder;
