@@ -74,4 +74,15 @@ TEST_F(Names, OfLinksAndDevicesAreKept) {
   EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
+TEST_F(Names, AreListedWholeWhereTheyHoldSeparatorsOfOthers) {
+  folder_.Add("10:30.cfg", "#! At half past ten");
+  folder_.Add("none\\10:30.cfg", "#! Nobody can name this");
+  uint16_t count = 0;
+  HvConfigFileEntry* const list = HvDatQueryFiles(root_.c_str(), DAT_KIND_CFG, &count);
+  ASSERT_EQ(count, 1U);
+  EXPECT_EQ(list->path, root_ + "\\10:30.cfg");
+  EXPECT_STREQ(list->description, " At half past ten");
+  HvDatQueryFilesFree(list);
+}
+
 }  // namespace

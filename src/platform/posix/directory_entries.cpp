@@ -12,14 +12,15 @@
 namespace hv::platform {
 namespace {
 
-// Adds the entry `name` of a directory, unless it went away or leads nowhere.
+// Adds the entry `name` of a directory, unless it went away or leads nowhere. In names of this
+// system "/" alone separates.
 void AddEntry(int directory, const char* name, std::vector<DirectoryEntry>* entries) {
   struct stat link;
   if (fstatat(directory, name, &link, AT_SYMLINK_NOFOLLOW) != 0) return;
   struct stat status = link;
   if (S_ISLNK(link.st_mode) && fstatat(directory, name, &status, 0) != 0) return;
   DirectoryEntry entry;
-  entry.name = FileNamePart(name);
+  entry.name = std::string_view(name).substr(std::string_view(name).rfind('/') + 1);
   entry.isDirectory = S_ISDIR(status.st_mode);
   entry.isPlainDirectory = S_ISDIR(link.st_mode);
   if (!entry.isDirectory) entry.size = static_cast<uint64_t>(status.st_size);
@@ -43,6 +44,8 @@ std::vector<DirectoryEntry> MatchingEntries(const std::string& folder,
   while (const dirent* found = readdir(open.get())) {
     const std::string_view name = found->d_name;
     if (name == "." || name == ".." || !MatchesWildcard(name, namePattern)) continue;
+    // Given back as a part of a path it would be another name.
+    if (name.find('\\') != std::string_view::npos) continue;
     AddEntry(dirfd(open.get()), found->d_name, &entries);
   }
   return entries;
