@@ -95,9 +95,14 @@ TEST_F(FilCopy, GivesTheCodeOfTheFailureAndKeepsTheTarget) {
   fs::create_directory(directory);
   const std::string tooLong(261, 'x');
   const std::tuple<std::string, std::string, uint32_t> cases[] = {
-      {folder_ / "none", target, HV_NOT_FOUND},   {folder_ / "none/x", target, HV_NOT_FOUND},
-      {source, folder_ / "none/x", HV_NOT_FOUND}, {tooLong, target, HV_BAD_ARGUMENT},
-      {source, tooLong, HV_BAD_ARGUMENT},         {directory, target, HV_ACCESS_DENIED},
+      {"", target, HV_NOT_FOUND},
+      {source, "", HV_NOT_FOUND},
+      {folder_ / "none", target, HV_NOT_FOUND},
+      {folder_ / "none/x", target, HV_NOT_FOUND},
+      {source, folder_ / "none/x", HV_NOT_FOUND},
+      {tooLong, target, HV_BAD_ARGUMENT},
+      {source, tooLong, HV_BAD_ARGUMENT},
+      {directory, target, HV_ACCESS_DENIED},
       {source, directory, HV_ACCESS_DENIED},
   };
   for (const auto& [from, to, code] : cases) {

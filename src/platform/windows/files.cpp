@@ -24,8 +24,9 @@ uint32_t ErrorUnless(bool succeeded) {
 }
 
 DWORD AttributesOf(const char* path) {
-  const bool named = path != nullptr && *path != '\0';
-  return named ? GetFileAttributesA(path) : INVALID_FILE_ATTRIBUTES;
+  if (path != nullptr && *path != '\0') return GetFileAttributesA(path);
+  SetLastError(ERROR_PATH_NOT_FOUND);
+  return INVALID_FILE_ATTRIBUTES;
 }
 
 // Opens what is there, a directory too.
