@@ -1,9 +1,10 @@
 // Framing of jobs: PJL headers and trailers, the ESC [ K sequences of printers without PJL, and the
 // commands that direct downloads to a storage device.
 //
-// All of these write to an open channel and report nothing; the caller tests the channel with
-// ChannelCloseIfFailed after each. Public source of the PJL commands: the PJL Technical Reference
-// Manual; the commands with a leading Q and the ESC [ K sequences are the printers' own.
+// The pieces write to an open channel and report nothing: the caller tests the channel with
+// ChannelCloseIfFailed after each. What begins, ends or sends a whole job gives a result code.
+// Public source of the PJL commands: the PJL Technical Reference Manual; the commands with a leading
+// Q and the ESC [ K sequences are the printers' own.
 #pragma once
 
 #include <cstdint>

@@ -18,8 +18,8 @@ HVAPI_EXPORT uint32_t HVAPI_CALL HvFilQuerySize(const char* path);
  * Copies source to target, replacing a target that is there; a failed copy leaves that one as it
  * was.
  * @return HV_OK, HV_BAD_ARGUMENT, HV_NOT_FOUND, HV_ACCESS_DENIED (also for a directory),
- *   HV_NOT_A_VOLUME, HV_DISK_FULL, HV_UNUSABLE_FILE, HV_DRIVE_LOCKED, HV_SHARING_VIOLATION,
- *   HV_SYSTEM_FAILURE.
+ *   HV_NO_MEMORY, HV_NOT_A_VOLUME, HV_DISK_FULL, HV_UNUSABLE_FILE, HV_DRIVE_LOCKED,
+ *   HV_SHARING_VIOLATION, HV_SYSTEM_FAILURE.
  */
 HVAPI_EXPORT uint32_t HVAPI_CALL HvFilCopy(const char* source, const char* target);
 
@@ -59,7 +59,7 @@ HVAPI_EXPORT uint32_t HVAPI_CALL HvFilModify(const char* path, uintptr_t argumen
  *                    not 0; it stays open
  * @param skipWord    1-based number of a word to leave out, 0 for none (16 bits)
  * @param sum         receives the checksum; not written when the file cannot be opened
- * @return HV_OK, HV_BAD_ARGUMENT, HV_CANNOT_OPEN, HV_CANNOT_CLOSE, HV_READ_FAILED.
+ * @return HV_OK, HV_BAD_ARGUMENT, HV_CANNOT_OPEN, HV_CANNOT_CLOSE, HV_READ_FAILED, HV_NO_MEMORY.
  */
 HVAPI_EXPORT uint32_t HVAPI_CALL HvFilChecksum(const char* path, int32_t openHandle,
                                                uint32_t skipWord, uint16_t* sum);
