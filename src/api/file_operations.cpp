@@ -81,7 +81,7 @@ std::size_t FirstComponent(const std::string& path, bool hasDrive) {
 }
 
 bool HasDriveLetter(const PathParts& parts) {
-  return !parts.drive.empty() && ToUpper(parts.drive[0]) >= 'A' && ToUpper(parts.drive[0]) <= 'Z';
+  return !parts.drive.empty() && IsLetter(parts.drive[0]);
 }
 
 }  // namespace

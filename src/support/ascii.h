@@ -12,6 +12,9 @@ constexpr char ToUpper(char c) {
 constexpr char ToLower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
+constexpr bool IsLetter(char c) {
+  return ToUpper(c) >= 'A' && ToUpper(c) <= 'Z';
+}
 constexpr bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }

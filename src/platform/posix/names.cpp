@@ -18,10 +18,6 @@ bool Exists(const std::string& name) {
   return lstat(name.c_str(), &status) == 0;
 }
 
-bool IsLetter(char c) {
-  return ToUpper(c) >= 'A' && ToUpper(c) <= 'Z';
-}
-
 // The name with the separators, drives and network paths of this system.
 std::string Translate(std::string_view path) {
   std::string prefix;

@@ -34,8 +34,7 @@ constexpr int SendingPatience = 10;
 
 bool IsHostName(std::string_view host) {
   for (const char c : host) {
-    const bool letter = ToUpper(c) >= 'A' && ToUpper(c) <= 'Z';
-    if (!letter && !IsDigit(c) && c != '-' && c != '.' && c != '_') return false;
+    if (!IsLetter(c) && !IsDigit(c) && c != '-' && c != '.' && c != '_') return false;
   }
   return !host.empty();
 }
