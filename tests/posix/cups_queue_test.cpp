@@ -1,17 +1,16 @@
 // Queues of CUPS, at a scheduler of the test's own whose queues lead to ports of this machine.
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "hvapi.h"
 #include "support/jobs.h"
-#include "support/posix/child.h"
 #include "support/posix/cups_server.h"
 #include "support/posix/socket_peer.h"
 #include "support/spooler_report.h"
@@ -21,13 +20,13 @@ namespace {
 
 namespace fs = std::filesystem;
 using hvtest::Bytes;
-using hvtest::ChildResult;
 using hvtest::CupsServer;
 using hvtest::IsSpoolerReport;
 using hvtest::Job;
 using hvtest::Listener;
 using hvtest::OpenHandleCount;
 using hvtest::ReadFile;
+using hvtest::ScopedCurrentFolder;
 using hvtest::ScopedVariable;
 using hvtest::SocketPeer;
 using hvtest::TestFolder;
@@ -88,10 +87,7 @@ TEST_F(CupsQueues, SpoolQueuesAndSocketsGetTheSameBytes) {
 
 TEST_F(CupsQueues, NameTheJobAsTheProtocolAllows) {
   const std::string longName(300, 'n');
-  const struct {
-    const char* name;
-    std::string title;
-  } cases[] = {
+  const std::pair<const char*, std::string> cases[] = {
       {nullptr, "Pallado Job"},
       {"B\xC3\xBCro \xE2\x82\xAC \xF0\x9F\x96\xA8", "B\xC3\xBCro \xE2\x82\xAC \xF0\x9F\x96\xA8"},
       {"B\xFCro\t1\x7F", "B\xC3\xBCro 1 "},
@@ -103,46 +99,31 @@ TEST_F(CupsQueues, NameTheJobAsTheProtocolAllows) {
   ASSERT_TRUE(server.IsRunning());
   const ScopedVariable address("CUPS_SERVER", server.Address());
   int number = 0;
-  for (const auto& c : cases) {
-    const HvJobInfo job = Job(0, 0, c.name);
+  for (const auto& [name, title] : cases) {
+    const HvJobInfo job = Job(0, 0, name);
     EXPECT_EQ(InFreshThread([&] { return HvDatSendString("$abc", "raw", &job, 0); }), HV_OK);
     const std::string attribute =
-        Bytes("\x00\x08job-name\x00") + static_cast<char>(c.title.size()) + c.title;
-    EXPECT_TRUE(server.WaitForJobRecord(++number, attribute)) << c.title << "\n" << server.Log();
+        Bytes("\x00\x08job-name\x00") + static_cast<char>(title.size()) + title;
+    EXPECT_TRUE(server.WaitForJobRecord(++number, attribute)) << title << "\n" << server.Log();
   }
 }
 
-// What is no queue that takes jobs is the name of a file.
+// What is no queue that takes jobs is the name of a file: one that is missing or takes no jobs, the
+// path of one, a name that cannot be.
 TEST_F(CupsQueues, ThatCannotBePrintedToAreFiles) {
   const Listener printer;
   const CupsServer server(CupsServer::RawQueue("raw", printer.Destination()) +
                           CupsServer::RawQueue("closed", printer.Destination(), false));
   ASSERT_TRUE(server.IsRunning());
-  const struct {
-    const char* label;
-    std::string server;
-    const char* destination;
-  } cases[] = {
-      {"no such queue", server.Address(), "missing"},
-      {"a queue that takes no jobs", server.Address(), "closed"},
-      {"the path of a queue", server.Address(), "./raw"},
-      {"a name that cannot be", server.Address(), "raw?x"},
-      {"a server that is a file", "/dev/null", "raw"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.label);
-    const TestFolder work;
-    const ScopedVariable address("CUPS_SERVER", c.server);
-    const ChildResult result = hvtest::RunInChild([&]() -> std::string {
-      if (chdir(work.Path().c_str()) != 0) return "no folder";
-      const std::size_t handles = OpenHandleCount();
-      const HvJobInfo job = Job(0);
-      const uint32_t code = HvDatSendString("$abc", c.destination, &job, 0);
-      return std::to_string(code) + (OpenHandleCount() == handles ? " closed" : " open");
-    });
-    EXPECT_EQ(result.answer, "0 closed");
-    EXPECT_EQ(ReadFile(work / c.destination), "abc");
+  const ScopedVariable address("CUPS_SERVER", server.Address());
+  const ScopedCurrentFolder here(folder_.Path());
+  const std::size_t handles = OpenHandleCount();
+  const HvJobInfo job = Job(0);
+  for (const char* destination : {"missing", "closed", "./raw", "raw?x"}) {
+    EXPECT_EQ(InFreshThread([&] { return HvDatSendString("$abc", destination, &job, 0); }), HV_OK);
+    EXPECT_EQ(ReadFile(destination), "abc") << destination;
   }
+  EXPECT_EQ(OpenHandleCount(), handles);
   EXPECT_EQ(server.JobCount(), 0U);
 }
 

@@ -1,4 +1,4 @@
-// What becomes of files that are copied or rewritten when the disk is full.
+// What becomes of a file that is rewritten when the disk is full.
 
 #include <gtest/gtest.h>
 
@@ -21,25 +21,6 @@ constexpr rlim_t Room = 4096;
 
 uint32_t HVAPI_CALL KeepLine(char* /*line*/, uintptr_t /*argument*/) {
   return 0;
-}
-
-TEST(FilesOnAFullDisk, LeavesTheTargetOfACopyAsItWas) {
-  const TestFolder folder;
-  const std::string source = folder.Add("source", std::string(2 * Room, 's'));
-  const std::string target = folder.Add("target", "old");
-  const std::string fresh = folder / "fresh";
-  char backup[260];
-  const std::size_t handles = OpenHandleCount();
-  {
-    const FileSizeLimit full(Room);
-    EXPECT_EQ(HvFilCopy(source.c_str(), target.c_str()), HV_DISK_FULL);
-    EXPECT_EQ(HvFilCopy(source.c_str(), fresh.c_str()), HV_DISK_FULL);
-    EXPECT_EQ(HvFilBackup(source.c_str(), backup), HV_DISK_FULL);
-  }
-  EXPECT_EQ(OpenHandleCount(), handles);
-  EXPECT_EQ(ReadFile(target), "old");
-  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"source", "target"}));
-  EXPECT_EQ(HvFilCopy(source.c_str(), target.c_str()), HV_OK);
 }
 
 TEST(FilesOnAFullDisk, LeavesAFileThatIsRewrittenAsItWas) {

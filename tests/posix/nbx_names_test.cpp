@@ -21,27 +21,24 @@ TEST(NbxNames, ThatCannotBeHadAreEmpty) {
   constexpr uid_t UnknownUser = 54321;
   const std::string user = hvtest::UserNameOfSystem();
   const struct {
-    const char* host;
+    std::string host;
     bool knownUser;
     std::string block;
   } cases[] = {
-      {"fifteen-letters", true, hvtest::DocumentBlock("fifteen-letters", user, "job")},
+      {"fifteen-letters", false, hvtest::DocumentBlock("fifteen-letters", "", "job")},
       {"host.with.domain.parts", true, hvtest::DocumentBlock("host", user, "job")},
       {"sixteen-letters-", true, hvtest::DocumentBlock("", user, "job")},
-      {"sixteen-letters-", false, hvtest::DocumentBlock("", "", "job")},
-      {"host", false, hvtest::DocumentBlock("host", "", "job")},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.host) + (c.knownUser ? "" : ", unknown user"));
+    SCOPED_TRACE(c.host);
     hvtest::FakeNbx fake(TEST_BINARY_FOLDER);
     const hvtest::ChildResult result = hvtest::RunInChild([&] {
-      const std::string host = c.host;
       HvJobInfo job = hvtest::Job(0, 0, "job");
       job.nbxAddress2 = 1;
       fake.LetOthersWrite();
       // Loaded while this user still may; the build folder is not everybody's to read.
       if (dlopen(std::getenv("HVAPI_NBXCHAN"), RTLD_NOW) == nullptr) return std::string("no fake");
-      if (unshare(CLONE_NEWUTS) != 0 || sethostname(host.data(), host.size()) != 0 ||
+      if (unshare(CLONE_NEWUTS) != 0 || sethostname(c.host.data(), c.host.size()) != 0 ||
           (!c.knownUser && setuid(UnknownUser) != 0)) {
         return std::string("not allowed");
       }

@@ -9,6 +9,8 @@
 #include <set>
 #include <string>
 #include <thread>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "hvapi.h"
@@ -24,6 +26,7 @@ using hvtest::ChildResult;
 using hvtest::Job;
 using hvtest::OpenHandleCount;
 using hvtest::ReadFile;
+using hvtest::ScopedCurrentFolder;
 using hvtest::ScopedVariable;
 using hvtest::TestFolder;
 using Names = std::vector<std::string>;
@@ -84,10 +87,7 @@ TEST_F(SpoolQueues, HoldADocumentAndItsTicket) {
 }
 
 TEST_F(SpoolQueues, CountOnFromTheLastDocument) {
-  const struct {
-    const char* there;
-    const char* next;
-  } cases[] = {
+  const std::pair<const char*, std::string> cases[] = {
       {"000007.prn", "000008"},
       {"000041.job", "000042"},
       {"999999.prn", "1000000"},
@@ -98,12 +98,12 @@ TEST_F(SpoolQueues, CountOnFromTheLastDocument) {
       {"99999999.prn~", "1000009"},
       {".99999999.prn", "1000010"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.there);
-    spool_.Add(std::string("queue/") + c.there, "other");
-    EXPECT_EQ(Print(c.next), HV_OK);
-    EXPECT_EQ(Queued(std::string(c.next) + ".prn"), c.next);
-    EXPECT_EQ(Queued(c.there), "other");
+  for (const auto& [there, next] : cases) {
+    SCOPED_TRACE(there);
+    spool_.Add(std::string("queue/") + there, "other");
+    EXPECT_EQ(Print(next), HV_OK);
+    EXPECT_EQ(Queued(next + ".prn"), next);
+    EXPECT_EQ(Queued(there), "other");
   }
 }
 
@@ -158,54 +158,30 @@ TEST_F(SpoolQueues, TakeDocumentsOfThreadsAndProcessesAtOnce) {
   EXPECT_EQ(*lengths.rbegin(), All);
 }
 
-TEST_F(SpoolQueues, LieInTheFolderThatTheEnvironmentTells) {
-  const std::string home = spool_ / "home";
-  const std::string state = spool_ / "state";
-  fs::create_directories(home + "/.local/state/hvapi/spool/queue");
-  fs::create_directories(state + "/hvapi/spool/queue");
-  const ScopedVariable noFolder("HVAPI_SPOOL", "");
-  const ScopedVariable homeFolder("HOME", home);
-  {
-    const ScopedVariable stateFolder("XDG_STATE_HOME", state);
-    EXPECT_EQ(Print("state"), HV_OK);
-  }
-  const ScopedVariable noStateFolder("XDG_STATE_HOME", "");
-  EXPECT_EQ(Print("home"), HV_OK);
-  EXPECT_EQ(ReadFile(state + "/hvapi/spool/queue/000001.prn"), "state");
-  EXPECT_EQ(ReadFile(home + "/.local/state/hvapi/spool/queue/000001.prn"), "home");
-}
-
 // Names that are no queue of the folder, and a queue that takes no document, are files.
 TEST_F(SpoolQueues, AreNamedPlainlyOrNotMeant) {
-  const struct {
-    const char* spool;
-    const char* destination;
-    const char* made;  // in the working directory, empty for nothing
-  } cases[] = {
-      {spool_.Path().c_str(), "sub/../queue", "queue"},
-      {spool_.Path().c_str(), "sub\\..\\queue", "queue"},
-      {spool_.Path().c_str(), "missing", "missing"},
-      {spool_.Path().c_str(), ".", ""},
-      {spool_.Path().c_str(), "..", ""},
+  const std::string spool = spool_.Path().string();
+  // folder of the queues, destination, what is made in the current folder
+  const std::tuple<std::string, const char*, std::string> cases[] = {
+      {spool, "sub/../queue", "queue"},
+      {spool, "missing", "missing"},
+      {spool, ".", ""},
+      {spool, "..", ""},
       {"/proc", "self", "self"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.destination);
+  for (const auto& [folder, destination, made] : cases) {
+    SCOPED_TRACE(destination);
     const TestFolder work;
-    fs::create_directory(work / "sub");
-    const ScopedVariable spool("HVAPI_SPOOL", c.spool);
-    const ChildResult result = hvtest::RunInChild([&] {
-      const HvJobInfo job = Job(0);
-      if (chdir(work.Path().c_str()) != 0) return std::string("no folder");
-      return std::to_string(HvDatSendString("$bytes", c.destination, &job, 0));
-    });
-    const bool isFile = *c.made != '\0';
-    EXPECT_EQ(result.answer, std::to_string(isFile ? HV_OK : HV_CANNOT_OPEN));
-    EXPECT_EQ(result.output, "");
-    EXPECT_EQ(work.Names(), isFile ? (Names{c.made, "sub"}) : Names{"sub"});
-    if (isFile) {
-      EXPECT_EQ(ReadFile(work / c.made), "bytes");
-    }
+    const ScopedCurrentFolder here(work.Path());
+    fs::create_directory("sub");
+    const ScopedVariable queues("HVAPI_SPOOL", folder);
+    const HvJobInfo job = Job(0);
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(HvDatSendString("$bytes", destination, &job, 0),
+              made.empty() ? HV_CANNOT_OPEN : HV_OK);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(work.Names(), made.empty() ? Names{"sub"} : (Names{made, "sub"}));
+    EXPECT_EQ(made.empty() ? "bytes" : ReadFile(made), "bytes");
   }
   EXPECT_EQ(Queued(), Names{});
 }
@@ -245,26 +221,6 @@ TEST(FileDestination, GetsWhatAPipeHoldsOnce) {
     EXPECT_EQ(ReadFile(folder / "out"), text);
     close(ends[0]);
   }
-}
-
-// The longest destination and source of all.
-TEST(FileDestination, MayHave260Characters) {
-  const TestFolder folder;
-  const HvJobInfo job = Job(0);
-  const std::size_t missing = HV_MAX_PATH - folder.Path().string().size() - 2;
-  const std::string directory = folder / std::string(missing / 2, 'd');
-  fs::create_directory(directory);
-  const std::string name = directory + "/" + std::string(HV_MAX_PATH - directory.size() - 1, 'f');
-  ASSERT_EQ(name.size(), static_cast<std::size_t>(HV_MAX_PATH));
-  EXPECT_EQ(HvDatSendString("$bytes", name.c_str(), &job, 0), HV_OK);
-  EXPECT_EQ(HvDatSendFile(name.c_str(), (folder / "out").c_str(), &job, 0), HV_OK);
-  EXPECT_EQ(ReadFile(folder / "out"), "bytes");
-  // Storage commands take one character fewer.
-  const std::string shorter = name.substr(0, HV_MAX_PATH - 1);
-  EXPECT_EQ(HvGenResource(STORAGE_FORMAT, name.c_str(), &job, 1), HV_BAD_ARGUMENT);
-  EXPECT_EQ(ReadFile(name), "bytes");
-  EXPECT_EQ(HvGenResource(STORAGE_FORMAT, shorter.c_str(), &job, 1), HV_OK);
-  EXPECT_EQ(ReadFile(shorter).size(), 8U);
 }
 
 }  // namespace
