@@ -26,10 +26,6 @@ TEST(ApiInfo, HoldsTheDocumentedWords) {
   for (const unsigned char byte : record.behind) EXPECT_EQ(byte, 0xAA);
 }
 
-TEST(MemFree, TakesNull) {
-  HvMemFree(nullptr);
-}
-
 TEST(PathCopies, SplitAtTheLastSeparatorAndUpperCase) {
   const std::tuple<const char*, const char*, const char*> cases[] = {
       {"c:\\fonts\\arial.pcl", "C:\\FONTS\\", "ARIAL.PCL"},
@@ -53,12 +49,10 @@ TEST(PathCopies, SplitAtTheLastSeparatorAndUpperCase) {
   }
 }
 
-TEST(PathCopies, GiveAnEmptyTextForNoBuffer) {
-  EXPECT_STREQ(HvStrCpyFile(nullptr, "a/b"), "");
-  EXPECT_STREQ(HvStrCpyPath(nullptr, "a/b"), "");
-}
-
-TEST(PathCopies, WorkInPlace) {
+TEST(PathCopies, NeedNoBufferOfTheirOwn) {
   char path[] = "dir/name.txt";
   EXPECT_STREQ(HvStrCpyFile(path, path), "NAME.TXT");
+  EXPECT_STREQ(HvStrCpyFile(nullptr, "a/b"), "");
+  EXPECT_STREQ(HvStrCpyPath(nullptr, "a/b"), "");
+  HvMemFree(nullptr);
 }
