@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "platform/posix/broken_pipe.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/error_numbers.h"
@@ -149,6 +150,7 @@ uint32_t CopyWholeFile(const char* source, const char* target) {
     // A device or a pipe holds nothing that could be lost.
     Descriptor to(open(name.c_str(), O_WRONLY | O_CLOEXEC));
     if (!to.IsOpen()) return LastError();
+    const BrokenPipeBlock noSignal;
     const SystemError error = CopyBytes(from.Get(), to.Get(), buffer);
     return to.Close() || error != ErrorNone ? error : LastError();
   }

@@ -8,9 +8,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "platform/posix/broken_pipe.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/names.h"
@@ -32,7 +34,8 @@ int OpenFlags(StreamAction action, bool update) {
 // when it is full, so that a file that is written from its begin is written in whole pages.
 class FileStream final : public Stream {
  public:
-  explicit FileStream(Descriptor file) : file_(std::move(file)), buffer_(new uint8_t[BufferSize]) {}
+  FileStream(Descriptor file, bool isPipe)
+      : file_(std::move(file)), isPipe_(isPipe), buffer_(new uint8_t[BufferSize]) {}
 
   ~FileStream() override { FlushWritten(); }
 
@@ -65,7 +68,7 @@ class FileStream final : public Stream {
       if (part == BufferSize) {
         // Whole buffers go out without lying in one.
         part = left - left % BufferSize;
-        const std::size_t written = WriteFully(file_.Get(), from + done, part);
+        const std::size_t written = WriteOut(from + done, part);
         failed_ = failed_ || written < part;
         if (written < part) return done + written;
       } else {
@@ -140,16 +143,24 @@ class FileStream final : public Stream {
     return true;
   }
 
+  // A pipe that nobody reads any more fails as any other file does: without a signal.
+  std::size_t WriteOut(const void* bytes, std::size_t count) {
+    std::optional<BrokenPipeBlock> noSignal;
+    if (isPipe_) noSignal.emplace();
+    return WriteFully(file_.Get(), bytes, count);
+  }
+
   // Bytes that cannot be written are dropped, so that a failure is not met again at the close.
   bool FlushWritten() {
     if (!writing_ || filled_ == 0) return true;
     const std::size_t waiting = std::exchange(filled_, 0);
-    const bool written = WriteFully(file_.Get(), buffer_.get(), waiting) == waiting;
+    const bool written = WriteOut(buffer_.get(), waiting) == waiting;
     failed_ = failed_ || !written;
     return written;
   }
 
   Descriptor file_;
+  bool isPipe_;
   std::unique_ptr<uint8_t[]> buffer_;
   std::size_t next_ = 0;
   std::size_t filled_ = 0;
@@ -166,7 +177,7 @@ std::unique_ptr<Stream> OpenBinaryStream(const char* path, StreamAction action, 
   Descriptor file(open(name.c_str(), OpenFlags(action, update) | O_CLOEXEC, NewFileMode));
   struct stat status;
   if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || S_ISDIR(status.st_mode)) return nullptr;
-  return std::make_unique<FileStream>(std::move(file));
+  return std::make_unique<FileStream>(std::move(file), S_ISFIFO(status.st_mode));
 }
 
 std::unique_ptr<Stream> OpenScratchStream() {
@@ -178,7 +189,7 @@ std::unique_ptr<Stream> OpenScratchStream() {
     Descriptor file(mkostemp(name.data(), O_CLOEXEC));
     // Without a name from the start, it cannot be left behind.
     if (file.IsOpen() && unlink(name.c_str()) == 0) {
-      return std::make_unique<FileStream>(std::move(file));
+      return std::make_unique<FileStream>(std::move(file), false);
     }
   }
   return nullptr;
