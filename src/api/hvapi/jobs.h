@@ -62,8 +62,9 @@ enum {
 /**
  * Sends a file unchanged.
  *
- * With JOB_FLAG_ESC_K or JOB_FLAG_PJL the printer is asked for the copies; with neither the file is
- * sent that many times.
+ * With JOB_FLAG_ESC_K the printer is asked for the copies in PCL, where its language is none, PCL or
+ * PCL XL; in other languages it makes one. With JOB_FLAG_PJL alone it is asked in PJL, and with
+ * neither the file is sent that many times.
  *
  * @param file         path of the file
  * @param destination  name of a printer queue, else path of a file or port
