@@ -99,7 +99,7 @@ TEST_F(Files, ThatAreReadOnlyAreCopied) {
   }
 }
 
-TEST_F(Files, BesideOthersTakeTheirPlace) {
+TEST_F(Files, BesideOthersTakeTheirPlaceOrStay) {
   for (const std::string& name : {target_, folder_ / "New.ini"}) {
     const std::string beside = platform::CreateFileBeside(name.c_str());
     EXPECT_EQ(fs::path(beside).parent_path(), folder_.Path());
@@ -108,21 +108,16 @@ TEST_F(Files, BesideOthersTakeTheirPlace) {
     EXPECT_EQ(platform::ReplaceWith(beside.c_str(), name.c_str()), platform::ErrorNone);
     EXPECT_EQ(ReadFile(name), "beside");
   }
-  EXPECT_EQ(folder_.Names(), (Names{"New.ini", "source", "target"}));
-}
-
-TEST_F(Files, ThatCannotBeReplacedStay) {
   fs::create_directory(folder_ / "directory");
-  const std::string none = folder_ / "none";
-  const std::string below = folder_ / "none/f";
-  const std::string directory = folder_ / "directory";
-  EXPECT_NE(platform::ReplaceWith(source_.c_str(), directory.c_str()), platform::ErrorNone);
-  EXPECT_NE(platform::ReplaceWith(source_.c_str(), below.c_str()), platform::ErrorNone);
-  EXPECT_NE(platform::ReplaceWith(none.c_str(), source_.c_str()), platform::ErrorNone);
+  for (const std::string& name : {folder_ / "directory", folder_ / "none/f"}) {
+    EXPECT_NE(platform::ReplaceWith(source_.c_str(), name.c_str()), platform::ErrorNone);
+    EXPECT_EQ(platform::CreateFileBeside(name.c_str()), "");
+  }
+  EXPECT_NE(platform::ReplaceWith((folder_ / "none").c_str(), source_.c_str()),
+            platform::ErrorNone);
+  EXPECT_EQ(platform::MakeDirectory(target_.c_str()), platform::ErrorAlreadyExists);
   EXPECT_EQ(ReadFile(source_), "new");
-  EXPECT_EQ(platform::CreateFileBeside(directory.c_str()), "");
-  EXPECT_EQ(platform::CreateFileBeside(below.c_str()), "");
-  EXPECT_EQ(folder_.Names(), (Names{"directory", "source", "target"}));
+  EXPECT_EQ(folder_.Names(), (Names{"New.ini", "directory", "source", "target"}));
 }
 
 TEST_F(Files, ThatAreTemporaryLieWhereTmpSaysOrInTheRoot) {

@@ -51,10 +51,7 @@ class CupsQueues : public testing::Test {
 };
 
 TEST_F(CupsQueues, SpoolQueuesAndSocketsGetTheSameBytes) {
-  const std::string payload = Bytes(
-                                  "\x1B"
-                                  "E\x00\r\n\xFF%-12345X") +
-                              std::string(5000, '\xA5');
+  const std::string payload = Bytes("\x1B\x45\x00\r\n\xFF%-12345X") + std::string(5000, '\xA5');
   const std::string expected =
       "\x1B%-12345X@PJL RDYMSG DISPLAY = \"Weekly report\"\n@PJL ENTER LANGUAGE = PCL\n"
       "@PJL SET COPIES = 3\n" +

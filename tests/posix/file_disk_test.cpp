@@ -1,4 +1,4 @@
-// What becomes of a file that is rewritten when the disk is full.
+// What becomes of a file that is rewritten or copied over when the disk is full.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ uint32_t HVAPI_CALL KeepLine(char* /*line*/, uintptr_t /*argument*/) {
   return 0;
 }
 
-TEST(FilesOnAFullDisk, LeavesAFileThatIsRewrittenAsItWas) {
+TEST(FilesOnAFullDisk, LeavesAFileThatIsRewrittenOrReplacedAsItWas) {
   // The text grows by the CR of each line; it fits one buffer of a stream, or takes several.
   for (const std::size_t lines : {Room / 2 - 10, rlim_t{100000}}) {
     const TestFolder folder;
@@ -32,15 +32,17 @@ TEST(FilesOnAFullDisk, LeavesAFileThatIsRewrittenAsItWas) {
     std::string text;
     for (std::size_t i = 0; i < lines; ++i) text += "x\n";
     const std::string path = folder.Add("text", text);
+    const std::string large = folder.Add("large", std::string(2 * Room, 'x'));
     const std::size_t handles = OpenHandleCount();
     {
       const FileSizeLimit full(Room);
       EXPECT_EQ(HvFilModify(path.c_str(), 0, KeepLine), HV_WRITE_FAILED) << lines;
+      EXPECT_EQ(HvFilCopy(large.c_str(), path.c_str()), HV_DISK_FULL);
     }
     EXPECT_EQ(OpenHandleCount(), handles);
     EXPECT_EQ(ReadFile(path), text);
     EXPECT_EQ(temporary.Names(), std::vector<std::string>{});
-    EXPECT_EQ(folder.Names(), std::vector<std::string>{"text"});
+    EXPECT_EQ(folder.Names(), (std::vector<std::string>{"large", "text"}));
   }
 }
 

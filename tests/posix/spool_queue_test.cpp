@@ -19,13 +19,11 @@
 #include "hvapi.h"
 #include "support/fake_nbx.h"
 #include "support/jobs.h"
-#include "support/posix/child.h"
 #include "support/test_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::ChildResult;
 using hvtest::Job;
 using hvtest::OpenHandleCount;
 using hvtest::ReadFile;
@@ -192,20 +190,15 @@ TEST_F(SpoolQueues, AreNamedPlainlyOrNotMeant) {
 TEST(FileDestination, ThatIsFullSaysSoByItsCodeAlone) {
   const TestFolder folder;
   const std::string source = folder.Add("source", "bytes");
-  const ChildResult result = hvtest::RunInChild([&] {
-    const std::size_t handles = OpenHandleCount();
-    const HvJobInfo pjl = Job(JOB_FLAG_PJL, 5, "name", 2);
-    const HvJobInfo bare = Job(0);
-    std::string codes;
-    for (const HvJobInfo* job : {&pjl, &bare}) {
-      codes += std::to_string(HvDatSendFile(source.c_str(), "/dev/full", job, 0)) + " " +
-               std::to_string(HvDatSendString("$abc", "/dev/full", job, 1)) + " " +
-               std::to_string(HvGenResource(STORAGE_FORMAT, "/dev/full", job, 2)) + " ";
-    }
-    return codes + (OpenHandleCount() == handles ? "closed" : "open");
-  });
-  EXPECT_EQ(result.answer, "7 7 7 7 7 7 closed");
-  EXPECT_EQ(result.output, "");
+  const std::size_t handles = OpenHandleCount();
+  testing::internal::CaptureStdout();
+  for (const HvJobInfo& job : {Job(JOB_FLAG_PJL, 5, "name", 2), Job(0)}) {
+    EXPECT_EQ(HvDatSendFile(source.c_str(), "/dev/full", &job, 0), HV_WRITE_FAILED);
+    EXPECT_EQ(HvDatSendString("$abc", "/dev/full", &job, 1), HV_WRITE_FAILED);
+    EXPECT_EQ(HvGenResource(STORAGE_FORMAT, "/dev/full", &job, 2), HV_WRITE_FAILED);
+  }
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(OpenHandleCount(), handles);
 }
 
 // A pipe whose reader goes away raises no signal.

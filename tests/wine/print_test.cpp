@@ -46,10 +46,8 @@ TEST(WindowsSpooler, PrintsTheBytesAndTheName) {
   // Files that both systems see lie below the tree.
   const ScopedVariable temporary("TMPDIR", WINDOWS_FOLDER);
   const hvtest::TestFolder folder;
-  const std::string payload = Bytes(
-                                  "\x1B"
-                                  "E\x00\r\n\x1A\xFF%-12345X") +
-                              std::string(3000000, '\xA5');
+  const std::string payload =
+      Bytes("\x1B\x45\x00\r\n\x1A\xFF%-12345X") + std::string(3000000, '\xA5');
   const std::string source = folder.Add("source", payload);
   const Listener printer;
   auto document = std::async(std::launch::async, [&] { return ReceiveDocument(printer); });
