@@ -5,6 +5,8 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/files.h"
+
 namespace hv {
 namespace {
 
@@ -30,6 +32,9 @@ bool OpenSpooler(const char* destination, PrinterChannel* channel) {
 
 bool OpenFile(const char* destination, PrinterChannel* channel) {
   if (channel->fileMode >= std::size(FileModeTable)) return false;
+  if (channel->source != nullptr && platform::NameSameFile(channel->source, destination)) {
+    return false;
+  }
   channel->openedStream = platform::OpenStream(destination, FileModeTable[channel->fileMode]);
   channel->stream = channel->openedStream.get();
   return channel->stream != nullptr;

@@ -1,6 +1,6 @@
 // The one way by which bytes reach a printer.
 //
-// A channel is filled by its export (job, fileMode, targetDevice), opened, written any number of
+// A channel is filled by its export (job, source, fileMode, targetDevice), opened, written any number of
 // times and closed. Closing is idempotent: framing steps close a channel that failed and the export
 // tests it again, but one close reaches the system. A closed channel takes no bytes. A channel that
 // is destroyed open gives its destination up: an unfinished spooler document leaves nothing.
@@ -33,7 +33,10 @@ constexpr const char* DefaultJobName = "Pallado Job";
 
 struct PrinterChannel {
   const HvJobInfo* job = nullptr;  // borrowed
-  uint32_t fileMode = 0;           // index into FileModeTable, for a destination that is a file
+  // The file that the job is made of, or NULL. A destination that is this very file is not opened: it
+  // would be emptied first, or grow without end.
+  const char* source = nullptr;
+  uint32_t fileMode = 0;  // index into FileModeTable, for a destination that is a file
   // Where bytes go when the destination is a file. A caller may set this to a stream of its own
   // instead of opening the channel (in a job without library address), and closes that itself.
   platform::Stream* stream = nullptr;

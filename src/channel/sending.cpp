@@ -54,8 +54,8 @@ uint32_t SendFile(const char* file, const char* destination, const HvJobInfo& jo
   const std::unique_ptr<platform::Stream> source =
       platform::OpenStream(file, FileModeTable[FileModeRead]);
   if (source == nullptr) return HV_CANNOT_OPEN;
-  if (SendsToItself(file, destination, job)) return HV_CANNOT_OPEN;
   PrinterChannel channel;
+  channel.source = file;
   const uint32_t opened = OpenJob(destination, job, append, &channel);
   if (opened != HV_OK) return opened;
 
@@ -161,10 +161,6 @@ void ExpandToHex(uint8_t* bytes, std::size_t count) {
     bytes[2 * i] = static_cast<uint8_t>(HexDigitChar(byte >> 4));
     bytes[2 * i + 1] = static_cast<uint8_t>(HexDigitChar(byte & 0x0F));
   }
-}
-
-bool SendsToItself(const char* file, const char* destination, const HvJobInfo& job) {
-  return job.nbxAddress2 == 0 && platform::NameSameFile(file, destination);
 }
 
 }  // namespace hv

@@ -36,8 +36,4 @@ char HexDigitChar(unsigned value);
 // Turns each byte into two digits in place; the buffer has room for twice the bytes.
 void ExpandToHex(uint8_t* bytes, std::size_t count);
 
-// Whether the job would write to the very file that it sends, which would be emptied first or grow
-// without end.
-bool SendsToItself(const char* file, const char* destination, const HvJobInfo& job);
-
 }  // namespace hv

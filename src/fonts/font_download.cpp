@@ -1,7 +1,6 @@
 #include "fonts/font_download.h"
 
 #include "channel/job_framing.h"
-#include "channel/sending.h"
 #include "fonts/font_information.h"
 
 namespace hv {
@@ -42,10 +41,10 @@ uint32_t DownloadFont(const char* fontPath, const char* destination, const HvJob
   if (info.fontClass != FONT_CLASS_DOWNLOADABLE && info.fontClass != FONT_CLASS_TRUETYPE) {
     return HV_BAD_ARGUMENT;
   }
-  if (SendsToItself(fontPath, destination, job)) return HV_CANNOT_OPEN;
 
   PrinterChannel channel;
   channel.job = &job;
+  channel.source = fontPath;
   channel.fileMode = FileModeAppend;
   channel.targetDevice = targetDevice;
   const uint32_t begun = BeginDownload(destination, &channel);

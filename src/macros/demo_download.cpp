@@ -128,8 +128,7 @@ uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* jo
   const uint32_t checked = CheckPrintFile(source);
   if (checked != HV_OK) return checked;
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(source, "rb");
-  if (file == nullptr || SendsToItself(source, destination, *job)) return HV_CANNOT_OPEN;
-
+  if (file == nullptr) return HV_CANNOT_OPEN;
   uint32_t size = 0;
   if (!SizeOfOpenFile(source, file.get(), &size)) return HV_READ_FAILED;
 
@@ -141,6 +140,7 @@ uint32_t DownloadDemo(const char* source, const char* destination, HvJobInfo* jo
   }
   PrinterChannel channel;
   channel.job = &framed;
+  channel.source = source;
   channel.fileMode = FileModeReplace;
   channel.targetDevice = info.target;
   const uint32_t begun = BeginFramedJob(destination, &channel);

@@ -129,6 +129,7 @@ uint32_t DownloadMacro(const char* source, const char* destination, const HvJobI
   if (found != HV_OK) return found;
   PrinterChannel channel;
   channel.job = &job;
+  channel.source = source;
   channel.fileMode = FileModeReplace;
   channel.targetDevice = info->target;
   const uint32_t begun = BeginFramedJob(destination, &channel);

@@ -30,6 +30,7 @@ uint32_t CreateMacro(const char* source, const char* destination, const HvJobInf
   if (result != HV_OK) return result;
   PrinterChannel channel;
   channel.job = &job;
+  channel.source = source;
   channel.fileMode = FileModeReplace;
   result = ChannelOpen(destination, &channel);
   if (result != HV_OK) return result;

@@ -18,7 +18,7 @@ uint32_t OpenMacroSource(const char* path, const char* destination, const HvJobI
   source->filterMask = ChooseFilterMask(info);
   source->isFiltered = (info->flags & MACRO_FLAG_FILTER) != 0;
   source->file = platform::OpenStream(path, "rb");
-  if (source->file == nullptr || SendsToItself(path, destination, job)) return HV_CANNOT_OPEN;
+  if (source->file == nullptr) return HV_CANNOT_OPEN;
   const bool converts = source->isFiltered && job.emulation == JOB_EMULATION_PCLXL;
   if (converts && (IsPclXlWorkFile(path) || IsPclXlWorkFile(destination))) return HV_CANNOT_OPEN;
   return SizeOfOpenFile(path, source->file.get(), &source->size) ? HV_OK : HV_READ_FAILED;

@@ -20,8 +20,8 @@ struct MacroSource {
 };
 
 // Opens the source of a macro that is about to be written to the destination. HV_OK, HV_NOT_FOUND,
-// HV_UNUSABLE_FILE (a program or system file), HV_CANNOT_OPEN (also when writing the destination,
-// or converting, would empty the source), HV_READ_FAILED.
+// HV_UNUSABLE_FILE (a program or system file), HV_CANNOT_OPEN (also when converting would
+// need the source or the destination for itself), HV_READ_FAILED.
 uint32_t OpenMacroSource(const char* path, const char* destination, const HvJobInfo& job,
                          HvMacroInfo* info, MacroSource* source);
 

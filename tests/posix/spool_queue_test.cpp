@@ -186,6 +186,15 @@ TEST_F(SpoolQueues, AreNamedPlainlyOrNotMeant) {
   EXPECT_EQ(Queued(), Names{});
 }
 
+TEST_F(SpoolQueues, TakeAFileThatHasTheirName) {
+  const TestFolder work;
+  const ScopedCurrentFolder here(work.Path());
+  work.Add("queue", "a page");
+  const HvJobInfo job = Job(0);
+  EXPECT_EQ(HvDatSendFile("queue", "queue", &job, 0), HV_OK);
+  EXPECT_EQ(Queued("000001.prn"), "a page");
+}
+
 TEST(FileDestination, ThatIsFullSaysSoByItsCodeAlone) {
   const TestFolder folder;
   const std::string source = folder.Add("source", "bytes");
