@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "hvapi.h"
@@ -50,34 +51,13 @@ class Sequence {
   Sequence& operator=(const Sequence&) = delete;
 
   void Step() {
-    switch (numbers_.Below(20)) {
-      case 0:
-      case 1:
-      case 2:
-      case 3:
-      case 4:
-      case 5:
-        return Write(&HvIniWrite, &IniModel::Write);
-      case 6:
-      case 7:
-      case 8:
-        return Write(&HvIniWriteAll, &IniModel::WriteAll);
-      case 9:
-      case 10:
-      case 11:
-        return Delete();
-      case 12:
-      case 13:
-      case 14:
-        return Read();
-      case 15:
-      case 16:
-      case 17:
-      case 18:
-        return Read2();
-      default:
-        if (numbers_.OneIn(3)) Reopen();
-    }
+    const uint32_t what = numbers_.Below(20);
+    if (what < 6) return Write(&HvIniWrite, false);
+    if (what < 9) return Write(&HvIniWriteAll, true);
+    if (what < 12) return Delete();
+    if (what < 15) return Read();
+    if (what < 19) return Read2();
+    if (numbers_.OneIn(3)) Reopen();
   }
 
   void ExpectSame() {
@@ -105,16 +85,14 @@ class Sequence {
   std::string FirstBytes(const std::string& lineEnd) {
     std::string bytes;
     for (int i = 0; i < 120; ++i) {
-      switch (numbers_.Below(8)) {
-        case 0:
-          bytes += "[" + Section() + "]";
-          break;
-        case 1:
-          bytes += numbers_.Pick({"", "  ", "; a comment", ";x = y", "stray", " [s]"});
-          break;
-        default:
-          bytes +=
-              Key() + numbers_.Pick({"", " ", "   "}) + "=" + Value() + numbers_.Pick({"", "  "});
+      const uint32_t what = numbers_.Below(8);
+      if (what == 0) {
+        bytes += "[" + Section() + "]";
+      } else if (what == 1) {
+        bytes += numbers_.Pick({"", "  ", "; a comment", ";x = y", "stray", " [s]"});
+      } else {
+        bytes +=
+            Key() + numbers_.Pick({"", " ", "   "}) + "=" + Value() + numbers_.Pick({"", "  "});
       }
       bytes += lineEnd;
     }
@@ -139,14 +117,12 @@ class Sequence {
   }
   static const char* Argument(const MaybeText& text) { return text ? text->c_str() : nullptr; }
 
-  using WriteExport = decltype(&HvIniWrite);
-  using WriteModel = decltype(&IniModel::Write);
-  void Write(WriteExport write, WriteModel modelWrite) {
+  void Write(decltype(&HvIniWrite) write, bool besideOthers) {
     const std::string section = Section();
     const std::string key = Key();
     const std::string value = Value();
     EXPECT_EQ(write(ini_, section.c_str(), key.c_str(), value.c_str()) != 0,
-              (*model_.*modelWrite)(section, key, value));
+              model_->Write(section, key, value, besideOthers));
   }
 
   void Delete() {
@@ -191,18 +167,14 @@ class Sequence {
 };
 
 TEST(IniSequence, AgreesWithTheModel) {
-  const struct {
-    uint32_t seed;
-    const char* lineEnd;
-    uint32_t mode;
-  } cases[] = {
+  const std::tuple<uint32_t, const char*, uint32_t> cases[] = {
       {1, "\n", INI_OPEN_UPDATE}, {2, "\r\n", INI_OPEN_UPDATE}, {3, "\r\n", INI_OPEN_READ},
       {4, "\n", INI_OPEN_READ},   {5, "\r\n", INI_OPEN_APPEND}, {6, "\n", INI_OPEN_APPEND},
   };
-  for (const auto& c : cases) {
-    Sequence sequence(c.seed, c.lineEnd, c.mode);
+  for (const auto& [seed, lineEnd, mode] : cases) {
+    Sequence sequence(seed, lineEnd, mode);
     for (int step = 0; step < Steps && !testing::Test::HasFailure(); ++step) {
-      SCOPED_TRACE(testing::Message() << "seed " << c.seed << ", step " << step);
+      SCOPED_TRACE("seed " + std::to_string(seed) + ", step " + std::to_string(step));
       sequence.Step();
       sequence.ExpectSame();
     }

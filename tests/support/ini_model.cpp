@@ -133,9 +133,9 @@ IniModel::Copy IniModel::Read2(const std::string& section, const std::string& ke
     value = Entry(lines_[i])->second;
     break;
   }
-  if (!value) return {code, "", false};
+  if (!value) return {code, ""};
   code = value->size() < size ? 0 : 42;
-  return {code, value->substr(0, size), true};
+  return {code, value->substr(0, size)};
 }
 
 // Behind the last line that is neither empty nor a header.
@@ -145,46 +145,28 @@ std::size_t IniModel::FirstBlockEnd(std::size_t header) const {
   return at;
 }
 
-void IniModel::AppendSection(const std::string& section, const std::string& entry) {
-  if (!lines_.empty() && !lines_.back().empty()) Insert(lines_.size(), "");
-  Insert(lines_.size(), "[" + section + "]");
-  Insert(lines_.size(), entry);
-}
-
-bool IniModel::Write(const std::string& section, const std::string& key, const std::string& value) {
+bool IniModel::Write(const std::string& section, const std::string& key, const std::string& value,
+                     bool besideOthers) {
   const std::string entry = key + "=" + value;
   if (section.size() + 2 > LongestLine || entry.size() > LongestLine) return false;
   dirty_ = true;
   const auto header = FindHeader(section);
   if (!header) {
-    AppendSection(section, entry);
+    if (!lines_.empty() && !lines_.back().empty()) Insert(lines_.size(), "");
+    Insert(lines_.size(), "[" + section + "]");
+    Insert(lines_.size(), entry);
     return true;
   }
   const std::size_t end = FirstBlockEnd(*header);
-  for (std::size_t i = *header + 1; i < end; ++i) {
+  for (std::size_t i = *header + 1; i < lines_.size() && !StartsHeader(lines_[i]); ++i) {
     if (!IsEntryOf(lines_[i], key)) continue;
+    if (besideOthers && Same(Entry(lines_[i])->second, value)) return true;
+    if (besideOthers || i >= end) continue;
     lines_[i] = entry;
     maxLineLength_ = std::max(maxLineLength_, entry.size() + 1);
     return true;
   }
   Insert(end, entry);
-  return true;
-}
-
-bool IniModel::WriteAll(const std::string& section, const std::string& key,
-                        const std::string& value) {
-  const std::string entry = key + "=" + value;
-  if (section.size() + 2 > LongestLine || entry.size() > LongestLine) return false;
-  dirty_ = true;
-  const auto header = FindHeader(section);
-  if (!header) {
-    AppendSection(section, entry);
-    return true;
-  }
-  for (std::size_t i = *header + 1; i < lines_.size() && !StartsHeader(lines_[i]); ++i) {
-    if (IsEntryOf(lines_[i], key) && Same(Entry(lines_[i])->second, value)) return true;
-  }
-  Insert(FirstBlockEnd(*header), entry);
   return true;
 }
 

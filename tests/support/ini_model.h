@@ -23,13 +23,13 @@ class IniModel {
   struct Copy {
     uint32_t code;
     std::string text;  // what was copied, without its NUL
-    bool touched;      // whether the buffer was written at all
   };
   Copy Read2(const std::string& section, const std::string& key, const MaybeText& defaultValue,
              std::size_t size) const;
 
-  bool Write(const std::string& section, const std::string& key, const std::string& value);
-  bool WriteAll(const std::string& section, const std::string& key, const std::string& value);
+  // Sets the first value of a key, or adds one beside others unless it is there.
+  bool Write(const std::string& section, const std::string& key, const std::string& value,
+             bool besideOthers);
   void Delete(const std::string& section, const MaybeText& key, const MaybeText& value);
 
   // What a close writes.
@@ -43,7 +43,6 @@ class IniModel {
   std::optional<std::size_t> FindHeader(const std::string& section) const;
   void Insert(std::size_t at, const std::string& line);
   void Remove(std::size_t at);
-  void AppendSection(const std::string& section, const std::string& entry);
   std::size_t FirstBlockEnd(std::size_t header) const;
 
   std::vector<std::string> lines_;
