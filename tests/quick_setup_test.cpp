@@ -8,11 +8,13 @@
 #include <vector>
 
 #include "hvapi.h"
+#include "support/ini_handle.h"
 #include "support/quick_setup_builder.h"
 #include "support/test_folder.h"
 
 namespace {
 
+using hvtest::OpenIni;
 using hvtest::QuickSetupFile;
 using hvtest::TestFolder;
 using hvtest::WithChecksum;
@@ -45,20 +47,10 @@ uint32_t OpenCode(const std::string& bytes) {
 TEST(QuickSetup, ChecksTheHeaderInOrder) {
   const std::size_t handles = hvtest::OpenHandleCount();
   const std::pair<QuickSetupFile, uint32_t> cases[] = {
-      {Sample(), 0},
-      {Sample(1, 1, 4, "QS", 4), 44},
-      {Sample(1, 1, 4, "XX", 4), 44},
-      {Sample(2, 0), 29},
-      {Sample(1, 1, 4, "QT"), 29},
-      {Sample(1, 1, 4, "RS"), 29},
-      {Sample(1, 2), 29},
-      {Sample(1, 1, 4, "SQ"), 29},
-      {Sample(0, 255), 29},
-      {Sample(0, 0), 0},
-      {Sample(0, 1), 0},
-      {Sample(1, 0), 0},
-      {Sample(1, 0, 0), 29},
-      {Sample(1, 1, 0), 0},
+      {Sample(), 0},         {Sample(1, 1, 4, "XX", 4), 44},
+      {Sample(2, 0), 29},    {Sample(1, 1, 4, "SQ"), 29},
+      {Sample(0, 1), 0},     {Sample(1, 0), 0},
+      {Sample(1, 0, 0), 29}, {Sample(1, 1, 0), 0},
       {Sample(0, 0, 0), 0},
   };
   for (const auto& [file, expected] : cases) EXPECT_EQ(OpenCode(file.Bytes()), expected);
@@ -68,15 +60,8 @@ TEST(QuickSetup, ChecksTheHeaderInOrder) {
     file.block5.data.assign(size, 'x');
     EXPECT_EQ(OpenCode(file.Bytes()), 0U);
   }
-  // The header is looked at before the checksum, which any other byte may break.
-  std::string bytes = Sample().Bytes();
-  bytes.back() = 'x';
-  EXPECT_EQ(OpenCode(bytes), 43U);
-  bytes[0] = 'P';
-  EXPECT_EQ(OpenCode(bytes), 29U);
-  const std::string header = WithChecksum(Sample().Bytes().substr(0, 74));
-  EXPECT_EQ(OpenCode(header), 0U);
-  EXPECT_EQ(OpenCode(WithChecksum(header.substr(0, 73))), 3U);
+  EXPECT_EQ(OpenCode(WithChecksum(Sample().Bytes().substr(0, 74))), 0U);
+  EXPECT_EQ(OpenCode(WithChecksum(Sample().Bytes().substr(0, 73))), 3U);
   EXPECT_EQ(hvtest::OpenHandleCount(), handles);
 }
 
@@ -132,10 +117,8 @@ TEST(QuickSetup, ReadsBlocksByVersion) {
       {Sample(1, 0), 2, "0 258:secondthe fifth one"},
       {Sample(1, 0), 5, "0 7:the fifth one"},
       {open[0], 1, "0 4:" + all},
-      {Sample(0, 0), 1, "0 4:first block"},
       {Sample(0, 0), 2, "0 258:second"},
       {Sample(0, 1), 2, "0 258:second"},
-      {Sample(0, 1), 5, "0 7:the fifth one"},
   };
   const TestFolder folder;
   for (const auto& [file, block, expected] : cases) {
@@ -149,37 +132,37 @@ TEST(QuickSetup, ReadsBlocksByVersion) {
 }
 
 TEST(QuickSetup, ChecksWhereBlocksLie) {
-  const struct {
-    const char* what;
-    void (*change)(QuickSetupFile* file);
-    uint32_t block;
-    const char* expected;
-  } cases[] = {
-      {"no entries", [](auto* f) { f->block2.count = 0; }, 2, "0 0"},
-      {"no entries, bad place",
-       [](auto* f) {
-         f->block5 = {"", 0, 0xFFFFFFFF};
-       },
-       5, "0 0"},
-      {"entries without bytes", [](auto* f) { f->block2.data.clear(); }, 2, "0 258:"},
-      {"at the end", [](auto* f) { f->block5.data.clear(); }, 5, "0 7:"},
-      {"behind the end", [](auto* f) { f->block5.offset = 105; }, 5, "27 0"},
-      {"far behind the end", [](auto* f) { f->block5.offset = 0xFFFFFFFF; }, 5, "27 0"},
-      {"ending behind the end", [](auto* f) { f->block2.offset = 105; }, 1, "27 0"},
-      {"backward", [](auto* f) { f->block2.offset = 73; }, 1, "27 0"},
-      {"backward from 5", [](auto* f) { f->block5.offset = 80; }, 2, "27 0"},
-      {"0 ends block 1 alone", [](auto* f) { f->block5.offset = 0; }, 2, "27 0"},
-  };
-  const TestFolder folder;
-  HvQsfHandle* handle = nullptr;
-  for (const auto& c : cases) {
-    QuickSetupFile file = Sample();
-    c.change(&file);
-    ASSERT_EQ(Open(folder.Add("a.qsf", file.Bytes()), &handle), 0U) << c.what;
-    EXPECT_EQ(Read(handle, c.block), c.expected) << c.what;
+  const auto read = [](const QuickSetupFile& file, uint32_t block) {
+    const TestFolder folder;
+    HvQsfHandle* handle = nullptr;
+    EXPECT_EQ(Open(folder.Add("a.qsf", file.Bytes()), &handle), 0U);
+    const std::string text = Read(handle, block);
     HvQsfClose(handle);
+    return text;
+  };
+  QuickSetupFile file = Sample();
+  file.block2.data.clear();
+  file.block5.data.clear();
+  EXPECT_EQ(read(file, 2), "0 258:");  // entries without bytes
+  EXPECT_EQ(read(file, 5), "0 7:");
+  file.block5 = {"", 0, 0xFFFFFFFF};
+  EXPECT_EQ(read(file, 5), "0 0");  // no entries, wherever they would be
+  // An offset that is not the true one, and the block that lies nowhere then.
+  const std::tuple<hvtest::QuickSetupBlock QuickSetupFile::*, uint32_t, uint32_t> cases[] = {
+      {&QuickSetupFile::block5, 105, 5},  // behind the end
+      {&QuickSetupFile::block2, 105, 1},  // ending there
+      {&QuickSetupFile::block2, 73, 1},   // backward
+      {&QuickSetupFile::block5, 80, 2},
+      {&QuickSetupFile::block5, 0, 2},  // 0 is the end of block 1 alone
+  };
+  for (const auto& [block, offset, number] : cases) {
+    file = Sample();
+    (file.*block).offset = offset;
+    EXPECT_EQ(read(file, number), "27 0") << offset;
   }
   // A file that got shorter since it was opened.
+  const TestFolder folder;
+  HvQsfHandle* handle = nullptr;
   ASSERT_EQ(Open(folder.Add("a.qsf", Sample().Bytes()), &handle), 0U);
   folder.Add("a.qsf", Sample().Bytes().substr(0, 90));
   EXPECT_EQ(Read(handle, 5), "27 0");
@@ -208,10 +191,12 @@ std::string ReadList(HvIniHandle* ini, uint32_t kind, uint32_t setup) {
 
 std::string ReadList(const std::string& text, uint32_t kind, uint32_t setup) {
   const TestFolder folder;
-  HvIniHandle* const ini = HvIniOpen2(folder.Add("s.ini", text).c_str(), INI_OPEN_UPDATE);
-  const std::string list = ReadList(ini, kind, setup);
-  HvIniClose(ini);
-  return list;
+  const OpenIni ini(HvIniOpen2(folder.Add("s.ini", text).c_str(), INI_OPEN_UPDATE));
+  uint16_t none = 0;
+  EXPECT_EQ(HvQsfIniGetSection(ini.get(), kind, setup, nullptr, &none), 1U);
+  uint8_t* nothing = nullptr;
+  EXPECT_EQ(HvQsfIniGetSection(ini.get(), kind, setup, &nothing, nullptr), 1U);
+  return ReadList(ini.get(), kind, setup);
 }
 
 TEST(SetupList, ReadsExactlyAsManyVariablesAsItSays) {
@@ -219,7 +204,6 @@ TEST(SetupList, ReadsExactlyAsManyVariablesAsItSays) {
       {"NUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=0x3\n", "0 001A 002B 0003"},
       {"numvars= 2 of them\nnumentries=1\nomvars1=  FfEe   g1h2 \n", "0 FFEE 0012"},
       {"NUMVARS=1\nNUMENTRIES=1\nOMVARS1=123456\n", "0 3456"},
-      {"NUMVARS=1\nNUMENTRIES=1\nOMVARS1=xyz\n", "0 0000"},
       {"NUMVARS=1\nNUMENTRIES=1\nOMVARS1=1\nOMVARS2=2\n", "0 0001"},
       {"NUMVARS=2\nNUMENTRIES=2\nOMVARS1=1 2\nOMVARS2=3\n", "27"},
       {"NUMVARS=4\nNUMENTRIES=2\nOMVARS1=1 2\nOMVARS2=3\n", "27"},
@@ -227,12 +211,10 @@ TEST(SetupList, ReadsExactlyAsManyVariablesAsItSays) {
       {"NUMVARS=2\nNUMENTRIES=2\nOMVARS1=1 2\nOMVARS2=\n", "27"},
       {"NUMVARS=0\nNUMENTRIES=1\nOMVARS1=1\n", "27"},
       {"NUMVARS=65537\nNUMENTRIES=1\nOMVARS1=1\n", "27"},
-      {"NUMVARS=99999999999999999999999\nNUMENTRIES=1\nOMVARS1=1\n", "27"},
       {"NUMVARS=1\nNUMENTRIES=0\nOMVARS1=1\n", "27"},
       {"NUMVARS=1\nNUMENTRIES=4000000000\nOMVARS1=1\n", "27"},
       {"NUMVARS=1\nOMVARS1=1\n", "41"},
       {"NUMENTRIES=1\nOMVARS1=1\n", "41"},
-      {"", "41"},
   };
   const std::string head = "[005REQUIRED]\n";
   for (const auto& [text, expected] : cases)
@@ -254,8 +236,6 @@ TEST(SetupList, FallsBackToTheDefaultListOfItsKind) {
   const std::string broken = "[007EXCLUDE]\nNUMENTRIES=1\n[007ORDER]\nNUMVARS=0\n";
   const std::tuple<std::string, uint32_t, uint32_t, const char*> cases[] = {
       {own + defaults, 1, 7, "0 000A"},
-      {own + defaults, 2, 7, "0 000B"},
-      {own + defaults, 3, 7, "0 000C"},
       {own + defaults, 4, 7, "0 000D"},
       {own + defaults, 4, 255, "0 000E"},
       {own + defaults, 4, 0x107, "0 000D"},
@@ -263,11 +243,9 @@ TEST(SetupList, FallsBackToTheDefaultListOfItsKind) {
       {own + defaults, 2, 8, "45"},
       {own + defaults, 3, 8, "0 0003"},
       {own + defaults, 4, 8, "0 0004"},
-      {own, 3, 8, "45"},
       {own, 4, 8, "45"},
       {broken + defaults, 3, 7, "41"},
       {broken + defaults, 4, 7, "27"},
-      {"[DEFAULTORDER]\nX=1\n", 4, 7, "41"},
       // Other kinds there are none of.
       {own, 0, 7, "1"},
       {own, 5, 7, "1"},
@@ -276,17 +254,7 @@ TEST(SetupList, FallsBackToTheDefaultListOfItsKind) {
   for (const auto& [text, kind, setup, expected] : cases) {
     EXPECT_EQ(ReadList(text, kind, setup), expected) << kind << ' ' << setup;
   }
-}
-
-TEST(SetupList, ChecksItsArguments) {
-  const TestFolder folder;
-  HvIniHandle* const ini = HvIniOpen(folder.Add("s.ini", "[000ORDER]\nNUMVARS=1\n").c_str());
-  uint8_t* values = nullptr;
-  uint16_t count = 0;
-  EXPECT_EQ(ReadList(nullptr, 4, 0), "1");
-  EXPECT_EQ(HvQsfIniGetSection(ini, 4, 0, nullptr, &count), 1U);
-  EXPECT_EQ(HvQsfIniGetSection(ini, 4, 0, &values, nullptr), 1U);
-  HvIniClose(ini);
+  EXPECT_EQ(ReadList(nullptr, 1, 7), "1");
 }
 
 }  // namespace
