@@ -63,21 +63,18 @@ TEST_F(ConfigCommands, ReadIniFiles) {
   folder_.Add(
       "p.ini",
       "; head\n[Tray1]\nPaperSize=A4\nType=Plain\nType=Bond\nloose\n\n[Tray2]\nSize=Letter\n");
-  const std::string noSection = R"(there is no section "none" in "p.ini" (code 45))";
   Check({
       {"ini get p.ini tray1 papersize", "A4\n"},
-      {"ini get P.INI Tray1 type", "Plain\n"},
       {"ini get p.ini Tray2 Size --json",
        R"({"file": "p.ini","section": "Tray2","key": "Size","value": "Letter"})"},
       {"ini get p.ini tray1 x", "", 41, R"(the section "tray1" has no key "x" (code 41))"},
-      {"ini get p.ini none x", "", 45, noSection},
       {"ini get p.ini none x --default other", "other\n"},
       {"ini get none.ini a b", "", 2, R"(cannot open "none.ini": )" + Missing},
       {"ini list p.ini",
        "SECTION  KEY        VALUE\nTray1    PaperSize  A4\nTray1    Type       Plain\n"
        "Tray1    Type       Bond\nTray1    loose\nTray2    Size       Letter\n"},
       {"ini list p.ini tray2 --json", R"([{"section": "tray2","key": "Size","value": "Letter"}])"},
-      {"ini list p.ini none", "", 45, noSection},
+      {"ini list p.ini none", "", 45, R"(there is no section "none" in "p.ini" (code 45))"},
   });
 }
 
@@ -89,11 +86,7 @@ TEST_F(ConfigCommands, EditIniFiles) {
         R"({"file": "p.ini","section": "A","key": "K","value": "3"})"},
        "; head\r\n[A]\r\nK=1\r\nL=2\r\nK=3\r\n"},
       {{"ini delete p.ini a k", ""}, "; head\r\n[A]\r\nL=2\r\n"},
-      {{"ini delete p.ini a k 1", ""}, "; head\r\n[A]\r\nL=2\r\n"},
       {{"ini delete p.ini a k 2", "there was nothing to remove\n"},
-       "; head\r\n[A]\r\nK=1\r\nL=2\r\n"},
-      {{"ini delete p.ini A X --json",
-        R"({"file": "p.ini","section": "A","key": "X","removed": false})"},
        "; head\r\n[A]\r\nK=1\r\nL=2\r\n"},
   };
   for (const auto& [run, file] : cases) {
@@ -127,7 +120,6 @@ TEST_F(ConfigCommands, ReadRecords) {
       {"records find r.dat sa", "", -7,
        R"("r.dat" has no record whose key begins with "sa" (code -7))"},
       {"records count r.dat SA", "2\n"},
-      {"records count r.dat SA --json", R"({"file": "r.dat","key": "SA","count": 2})"},
       {"records count r.dat --json",
        R"({"file": "r.dat","counts": {"A": 0,"F": 0,"G": 0,"P": 0,"S": 2,"T": 1,"SA": 2,"SF": 0,)"
        R"("SG": 0,"SP": 0,"SS": 0,"ST": 0}})"},
@@ -151,7 +143,6 @@ TEST_F(ConfigCommands, ShowPanels) {
       "\nEdit fields\nCONTROL  LENGTH\n     30      15\n"
       "\nPage 1, Main\nCONTROL  VALUE\n     16      5\n     17      7\nvariables: 1A2B 0003\n";
   Check({
-      {"panel show 7", text},
       {"panel show 7 --dir .", text},
       {"panel show 7 --json",
        R"({"number": 7,"file": "opc007.cfg",)"
@@ -167,10 +158,8 @@ TEST_F(ConfigCommands, ShowPanels) {
 
 TEST_F(ConfigCommands, ShowQuickSetups) {
   folder_.Add("s.ini", "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=0x3\n");
-  hvtest::QuickSetupFile file;
-  file.minor = 0;
-  file.block1 = {std::string("\x01\x02\x03\x04", 4), 2, {}};
-  const std::string bytes = file.Bytes();
+  const std::string bytes =
+      hvtest::QuickSetupFile{"QS", 3, 1, 0, {"\x01\x02\x03\x04", 2, {}}, {}, {}}.Bytes();
   folder_.Add("q.qsf", bytes);
   folder_.Add("damaged.qsf", bytes.substr(0, bytes.size() - 1) + '\x05');
   Check({
@@ -183,8 +172,6 @@ TEST_F(ConfigCommands, ShowQuickSetups) {
        R"(cannot open "damaged.qsf": the checksum of the file does not match (code 43))"},
       {"setup show q.qsf --type 4", "", 44,
        R"(cannot open "q.qsf": the model is unknown, or the file is of another kind (code 44))"},
-      {"setup show none.qsf", "", 3,
-       R"(cannot open "none.qsf": the file or the destination cannot be opened (code 3))"},
   });
   const ProgramRun shown =
       hvtest::RunProgram(TEST_BINARY_FOLDER "/hvapi", {"setup", "show", "q.qsf"});
@@ -198,7 +185,6 @@ TEST_F(ConfigCommands, ListConfigurationFiles) {
   folder_.Add("c.cfg", "none");
   Check({
       {"config list .", "DESCRIPTION  FILE\nFirst panel  .\\a.cfg\nSecond       .\\b.pss\n"},
-      {"config list . --kind cfg", "DESCRIPTION  FILE\nFirst panel  .\\a.cfg\n"},
       {"config list . --kind pss --json", R"([{"path": ".\\b.pss","description": "Second"}])"},
       {"config list none", "", 2, R"(cannot list "none": )" + Missing},
   });
@@ -210,7 +196,6 @@ TEST_F(ConfigCommands, PrintAddresses) {
       {"url drivers --language 3", "https://support.example.com/NA/drivers/3\n"},
       {"url firmware --json", R"({"url": "https://support.example.com/NA/firmware/0"})"},
       {"url drivers --ini w.ini", "ftp://example.org/drivers/0\n"},
-      {"url drivers --ini none.ini", "", 2, R"(cannot open "none.ini": )" + Missing},
       {"url drivers --language 23", "", 1, "the language must be 0 to 22 (code 1)"},
       {"url drivers --dispatch", "", 1,
        R"(--dispatch requires --printer; see "hvapi url --help" (code 1))"},
