@@ -41,12 +41,8 @@ TEST(OptionInfo, ReadsTheTextOfALayout) {
       {"P{ID=1,DT=1}C{NE:1,LD:0}D{LD:1,DA:0}", ""},
       // Keys are compared with their letter case, from the first character of an element on.
       {"P{id:1,dt:1}C{NE:2,LD:2}D{LD:1,DA:0}", ""},
-      {"P{}C{}D{}", ""},
       {"P{ID:1,DT:1}C{NE:2,LD:2}D{LD:1,DA:0", ""},
-      {"P{ID:1,DT:1}C{NE:2,LD:2}", ""},
-      {"P{ID:1,DT:1", ""},
       {"P{ID:99999999999999999999,DT:1}C{NE:2,LD:2}D{LD:1,DA:0}", ""},
-      {"", ""},
   };
   for (const auto& [layout, expected] : cases) {
     EXPECT_EQ(Describe(ParseOptions(Reply(layout, body))), expected) << layout;
@@ -64,46 +60,36 @@ std::string GroupOf(std::vector<ReplyItem> fields) {
   return Lists({Groups({Container(2, std::move(fields))})});
 }
 
-struct Case {
-  std::string reply;
-  const char* expected;
-};
+using Cases = std::vector<std::pair<std::string, const char*>>;
 
-template <std::size_t Count>
-void Check(const Case (&cases)[Count]) {
-  for (const Case& c : cases) {
-    EXPECT_EQ(Describe(ParseOptions(c.reply)), c.expected) << "case " << &c - cases;
-  }
+void Check(const Cases& cases) {
+  for (const auto& [reply, expected] : cases) EXPECT_EQ(Describe(ParseOptions(reply)), expected);
 }
 
 TEST(OptionInfo, ReadsValuesByWidthAndType) {
-  const Case cases[] = {
+  Check({
       // One byte is signed, two are not; other widths than these and four are read over.
       {EntryOf({Integer(1, "\xFF"), Integer(5, "\x7F")}), "(4294967295 127 NULL)"},
       {EntryOf({Integer(1, "\xFF\xFF"), Integer(5, "\x80\x01")}), "(65535 32769 NULL)"},
       {EntryOf({Integer(1, "\xFF\xFF\xFF\xFE")}), "(4294967294 0 NULL)"},
       {EntryOf({Integer(1, "\1\2\3"), Integer(5, ""), Text(6, "x")}), "(0 0 \"x\")"},
-      {EntryOf({Integer(1, "12345678"), Integer(5, "\5")}), "(0 5 NULL)"},
       // Items of another type than is asked for, and of types with a prefix alone.
-      {EntryOf({Text(1, "\7"), Integer(5, "\5")}), "(0 5 NULL)"},
-      {EntryOf({Container(1, {Integer(1, "\11")}), Integer(5, "\5")}), "(0 5 NULL)"},
-      {EntryOf({Integer(6, "ab")}), "(0 0 \"ab\")"},
-      {EntryOf({Container(6, {Text(6, "no")}), Integer(1, "\1")}), "(1 0 NULL)"},
-      {EntryOf({Other(1, 3), Other(6, 9), Other(2, -1), Integer(5, "\5")}), "(0 5 NULL)"},
+      {EntryOf({Text(1, "\7"), Container(5, {Integer(1, "\11")}), Integer(6, "ab")}),
+       "(0 0 \"ab\")"},
+      {EntryOf({Container(6, {Text(6, "no")}), Other(6, 9), Other(1, -1), Integer(5, "\5")}),
+       "(0 5 NULL)"},
       // Unknown identifiers.
       {EntryOf({Integer(2, "\1"), Text(0, "zero"), Container(4, {Integer(1, "\10")}),
                 Integer(-1, "\2"), Text(6, "end")}),
        "(0 0 \"end\")"},
       // The last one counts, but for what has no text.
-      {EntryOf({Text(6, "first"), Integer(1, "\1"), Text(6, ""), Text(1, "z"), Integer(5, "\5")}),
-       "(0 5 \"\")"},
+      {EntryOf({Text(6, "first"), Integer(1, "\1"), Text(6, ""), Text(1, "z")}), "(0 0 \"\")"},
       {EntryOf({Text(6, "first"), Other(6, 3), Container(6, {})}), "(0 0 \"first\")"},
-  };
-  Check(cases);
+  });
 }
 
 TEST(OptionInfo, ReadsGroups) {
-  const Case cases[] = {
+  Check({
       {GroupOf({Integer(1, "ab"), Integer(2, "")}), " \"ab\"/NULL[]"},
       {GroupOf({Text(1, "one"), Text(2, "two"), Text(1, ""), Text(2, "three")}),
        " NULL/\"three\"[]"},
@@ -117,26 +103,23 @@ TEST(OptionInfo, ReadsGroups) {
                               Container(0, {Integer(2, "\2"), Integer(1, "\5"), Text(9, "y")})}),
                 Text(1, "n")}),
        " \"n\"/NULL[0 0 0 0 5]"},
-  };
-  Check(cases);
+  });
 }
 
 TEST(OptionInfo, ReadsLists) {
   const ReplyItem one = Entry({Integer(1, "\1")});
   const ReplyItem two = Entry({Integer(1, "\2")});
   const ReplyItem group = Container(2, {Text(1, "g")});
-  const Case cases[] = {
+  Check({
       // Only the first item of all is looked at, and only when it is a container 1.
       {Reply({}), ""},
-      {Reply({Container(2, {Entries({one})})}), ""},
-      {Reply({Text(4, "x"), Container(1, {Entries({one})})}), ""},
+      {Reply({Container(2, {Entries({one})}), Container(1, {Entries({one})})}), ""},
       {Reply({Integer(1, "\1"), Container(1, {Entries({one})})}), ""},
       {Reply({Container(1, {Entries({one})}), Container(1, {Entries({two})})}), "(1 0 NULL)"},
       // Lists in any order, among others, some of them no containers; the last one counts.
       {Lists({Text(2, "x"), Groups({group}), Container(2, {one, two}), Other(7, 7),
               Entries({two, one})}),
        "(2 0 NULL)(1 0 NULL) \"g\"/NULL[]"},
-      {Lists({Integer(1, "\1"), Text(3, "abc"), Other(1, 5), Entries({one})}), "(1 0 NULL)"},
       {Lists({Entries({one, two}), Groups({group, group}), Entries({two}), Groups({})}),
        "(2 0 NULL)"},
       // Entries that are no containers.
@@ -148,8 +131,7 @@ TEST(OptionInfo, ReadsLists) {
        "(1 0 NULL) \"g\"/NULL[]"},
       {Lists({WithCount(Entries({one, Container(3, {group})}), 1)}), "(1 0 NULL)"},
       {Lists({WithCount(Container(2, {one, two}), 0xFFFF), Entries({one})}), "(1 0 NULL)"},
-  };
-  Check(cases);
+  });
 }
 
 TEST(OptionInfo, StopsAtWhatLeadsOutOfTheReply) {
@@ -160,25 +142,20 @@ TEST(OptionInfo, StopsAtWhatLeadsOutOfTheReply) {
   const ReplyItem one = Entry({Integer(1, "\1")});
   const ReplyItem last = Integer(5, "\5");
   const ReplyItem text = Text(6, "abc");
-  const Case cases[] = {
+  Check({
       // Texts and integers that are too long, or of negative length.
-      {Lists({Entries({Entry({Integer(1, "\1"), WithLength(text, 100), last})})}, bytes),
-       "(1 0 NULL)"},
       {Lists({Entries({Entry({Integer(1, "\1"), WithLength(text, -1), last})})}, bytes),
        "(1 0 NULL)"},
       {Lists({Entries({Entry({WithLength(Integer(1, "\1"), 0x7FFFFFFF), last}), one})}, words),
        "(0 0 NULL)"},
-      {Lists({Entries({Entry({WithLength(text, 0xFFFFFFFF), last})})}, words), "(0 0 NULL)"},
       // Containers of negative length or count, and of more children than there are.
       {Lists({Entries({one}), WithLength(Container(4, {}), -3), Groups({})}, bytes), "(1 0 NULL)"},
       {Lists({Entries({one}), WithCount(Groups({}), -1), Entries({})}, bytes), "(1 0 NULL)"},
-      {Lists({WithCount(Entries({one, one}), 127)}, bytes), "(1 0 NULL)(1 0 NULL)"},
       {Lists({WithCount(Entries({one}), 0x7FFFFFFF)}, words), "(1 0 NULL)"},
       {Lists({Groups({Container(2, {WithCount(Values({"\1", "\2"}), 0x3FFFFFFF)})})}, words),
        " NULL/NULL[1 2]"},
       {Lists({WithCount(Groups({}), 0x10000001)}, words), ""},  // would wrap an array's size
-  };
-  Check(cases);
+  });
 }
 
 }  // namespace

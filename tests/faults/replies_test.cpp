@@ -1,4 +1,4 @@
-// Replies parsed while memory runs out, and what hostile ones ask for.
+// The memory that hostile replies ask for.
 
 #include <gtest/gtest.h>
 
@@ -12,25 +12,6 @@ namespace {
 using namespace hvtest;
 
 constexpr std::size_t Never = std::numeric_limits<std::size_t>::max();
-
-// The record when allocation after allocation fails is well-formed, or none, and the whole one only
-// when none fails; the leak check of the sanitizer sees what is lost.
-TEST(RepliesWithoutMemory, GiveAPartOfTheOptions) {
-  const ReplyBlock block(Reply(SampleOptions()));
-  for (const bool fromThenOn : {false, true}) {
-    std::size_t failing = 0;
-    for (bool failed = true; failed; ++failing) {
-      OptionInfo info(nullptr, HvFreeOptionInfo);
-      {
-        const FailingMemory memory(failing, fromThenOn);
-        info.reset(HvParseOptionInfo(block.Address()));
-        failed = memory.Failed();
-      }
-      EXPECT_EQ(Describe(info) == SampleText, !failed) << failing;
-    }
-    EXPECT_GT(failing, 4U);
-  }
-}
 
 // Groups that each claim as many values as a count can say.
 TEST(Replies, TakeMemoryInProportionToTheirSize) {
