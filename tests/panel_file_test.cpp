@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "hvapi.h"
-#include "support/in_threads.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -38,21 +37,24 @@ class PanelFolder {
 };
 
 // A panel file of its own, registered as long as the object is.
-class Panel {
- public:
-  explicit Panel(const std::string& text) : folder_({31}, text), handle_(folder_.Register(31)) {
-    EXPECT_NE(handle_, nullptr);
+struct Panel : PanelFolder {
+  explicit Panel(const std::string& text) : PanelFolder({31}, text), handle(Register(31)) {
+    EXPECT_NE(handle, nullptr);
   }
-  Panel(const Panel&) = delete;
-  Panel& operator=(const Panel&) = delete;
-  ~Panel() { EXPECT_EQ(HvOpcUnregisterCfg(handle_), 1U); }
-
-  HvIniHandle* Handle() const { return handle_; }
-
- private:
-  PanelFolder folder_;
-  HvIniHandle* handle_;
+  ~Panel() { EXPECT_EQ(HvOpcUnregisterCfg(handle), 1U); }
+  HvIniHandle* const handle;
 };
+
+// The result of a call with a buffer and the bytes that it wrote there.
+template <typename Call>
+std::string Written(Call call) {
+  std::vector<uint8_t> buffer(40, 0xAA);
+  std::string text = std::to_string(call(buffer.data())) + ":";
+  while (!buffer.empty() && buffer.back() == 0xAA) buffer.pop_back();
+  char hex[4];
+  for (const uint8_t byte : buffer) text.append(hex, std::snprintf(hex, sizeof hex, " %02X", byte));
+  return text;
+}
 
 TEST(PanelNames, HaveThreeDigitsAtLeast) {
   const std::pair<uint32_t, const char*> cases[] = {
@@ -128,15 +130,6 @@ TEST(PanelRegistration, TellsThatChangesWereLost) {
   EXPECT_EQ(HvOpcUnregisterCfg(handle), 0U);
 }
 
-TEST(PanelRegistration, ThreadsShareANumber) {
-  const PanelFolder folder({61}, "[Format]\nStyle=2\n[Edit Lengths]\n001f=40\n");
-  hvtest::InFourThreads(200, [&](int) {
-    HvIniHandle* const handle = folder.Register(61);
-    return handle != nullptr && HvOpcGetMaxEditLength(handle, 31) == 40 &&
-           HvOpcUnregisterCfg(handle) == 1;
-  });
-}
-
 TEST(PanelControls, AreNamedByStyle) {
   const std::string entries =
       "[Edit Lengths]\n300=1\n012c=2\n4294967295=3\nffffffff=4\n0=5\n0000=6\n";
@@ -147,17 +140,17 @@ TEST(PanelControls, AreNamedByStyle) {
   };
   for (const auto& [style, controlId, expected] : cases) {
     const Panel panel(std::string("[Format]\nstyle=") + style + "\n" + entries);
-    EXPECT_EQ(HvOpcGetMaxEditLength(panel.Handle(), controlId), expected)
+    EXPECT_EQ(HvOpcGetMaxEditLength(panel.handle, controlId), expected)
         << style << ' ' << controlId;
   }
   const Panel plain(entries);
-  EXPECT_EQ(HvOpcGetMaxEditLength(plain.Handle(), 300), 1);
+  EXPECT_EQ(HvOpcGetMaxEditLength(plain.handle, 300), 1);
 }
 
 TEST(PanelControls, HaveEditLengths) {
   const Panel panel("[Edit Lengths]\n1=\n2= 17 characters\n3=none\n4=-5\n5=40000\n6=+8\n7-1=9\n");
   const int32_t expected[] = {0, 0, 17, 0, -5, 32767, 8, 0, 0};
-  for (int32_t i = 0; i < 9; ++i) EXPECT_EQ(HvOpcGetMaxEditLength(panel.Handle(), i), expected[i]);
+  for (int32_t i = 0; i < 9; ++i) EXPECT_EQ(HvOpcGetMaxEditLength(panel.handle, i), expected[i]);
   EXPECT_EQ(HvOpcGetMaxEditLength(nullptr, 1), 0);
 }
 
@@ -174,10 +167,10 @@ TEST(PanelControls, HaveSpinLimits) {
   for (const auto& [value, expected] : cases) {
     const Panel panel(std::string("[Spin Limits]\n418=") + value + "\n");
     std::vector<int32_t> limits = {66, 66, 77};
-    HvOpcGetSpinControlLimits(panel.Handle(), 418, &limits[0], &limits[1], &limits[2]);
+    HvOpcGetSpinControlLimits(panel.handle, 418, &limits[0], &limits[1], &limits[2]);
     EXPECT_EQ(limits, expected) << value;
-    HvOpcGetSpinControlLimits(panel.Handle(), 418, &limits[0], &limits[1], nullptr);
-    HvOpcGetSpinControlLimits(panel.Handle(), 419, &limits[0], &limits[1], &limits[2]);
+    HvOpcGetSpinControlLimits(panel.handle, 418, &limits[0], &limits[1], nullptr);
+    HvOpcGetSpinControlLimits(panel.handle, 419, &limits[0], &limits[1], &limits[2]);
     EXPECT_EQ(limits, (std::vector<int32_t>{0, 0, expected[2]})) << value;
   }
 }
@@ -189,29 +182,28 @@ TEST(PanelControls, HaveLists) {
       "[Format]\nStyle=2\n[Combos]\n01a2=10;20;30\n01a2-3=7\n0001=\n0002=1;;2;\n"
       "0003=-1;65536;x;70000\n0004=" +
       hundred + "\n0005=;\n");
-  // The result and the values that are given, "?" for one that is not.
-  const auto listing = [&](int32_t controlId, uint32_t subIndex, uint32_t size) {
-    std::vector<uint16_t> values(8, 0xAAAA);
-    std::string text = std::to_string(
-        HvOpcGetTextListing(panel.Handle(), controlId, subIndex, values.data(), size));
-    for (const uint16_t value : values) {
-      text += value == 0xAAAA ? "?" : ' ' + std::to_string(value);
-    }
-    return text;
-  };
   const std::tuple<int32_t, uint32_t, uint32_t, const char*> cases[] = {
-      {0x1A2, 0, 8, "3 10 20 30?????"}, {0x1A2, 0, 6, "3 10 20 30?????"},
-      {0x1A2, 0, 5, "-1 6 20??????"},   {0x1A2, 0, 2, "-1 6???????"},
-      {0x1A2, 0, 1, "-1????????"},      {0x1A2, 3, 2, "1 7???????"},
-      {0x1A2, 4, 8, "-2????????"},      {1, 0, 8, "-2????????"},
-      {2, 0, 8, "2 1 2??????"},         {3, 0, 8, "4 65535 0 0 4464????"},
-      {4, 0, 4, "-1 200 1??????"},      {5, 0, 4, "0????????"},
-      {6, 0, 8, "-2????????"},
+      {0x1A2, 0, 6, "3: 0A 00 14 00 1E 00"},
+      {0x1A2, 0, 5, "-1: 06 00 14 00"},
+      {0x1A2, 0, 2, "-1: 06 00"},
+      {0x1A2, 0, 1, "-1:"},
+      {0x1A2, 3, 2, "1: 07 00"},
+      {0x1A2, 4, 8, "-2:"},
+      {1, 0, 8, "-2:"},
+      {2, 0, 8, "2: 01 00 02 00"},
+      {3, 0, 8, "4: FF FF 00 00 00 00 70 11"},
+      {4, 0, 4, "-1: C8 00 01 00"},
+      {5, 0, 4, "0:"},
   };
-  for (const auto& [controlId, subIndex, size, expected] : cases)
-    EXPECT_EQ(listing(controlId, subIndex, size), expected);
-  EXPECT_EQ(HvOpcGetTextListing(panel.Handle(), 0x1A2, 0, nullptr, 0), 6);
-  EXPECT_EQ(HvOpcGetTextListing(panel.Handle(), 4, 0, nullptr, 100), 200);
+  for (const auto& [controlId, subIndex, size, expected] : cases) {
+    const auto call = [&, id = controlId, index = subIndex, bytes = size](uint8_t* buffer) {
+      return HvOpcGetTextListing(panel.handle, id, index, reinterpret_cast<uint16_t*>(buffer),
+                                 bytes);
+    };
+    EXPECT_EQ(Written(call), expected);
+  }
+  EXPECT_EQ(HvOpcGetTextListing(panel.handle, 0x1A2, 0, nullptr, 0), 6);
+  EXPECT_EQ(HvOpcGetTextListing(panel.handle, 4, 0, nullptr, 100), 200);
   EXPECT_EQ(HvOpcGetTextListing(nullptr, 1, 0, nullptr, 0), -2);
 }
 
@@ -230,60 +222,38 @@ const std::string Pages =
 
 TEST(PanelPages, HaveDefaultsAndVariables) {
   const Panel panel(Pages);
-  std::vector<uint8_t> buffer;
-  // A result and the bytes that were written; makes the buffer a new one.
-  const auto text = [&buffer](int32_t result) {
-    while (!buffer.empty() && buffer.back() == 0xAA) buffer.pop_back();
-    std::string shown = std::to_string(result) + ":";
-    char hex[4];
-    for (const uint8_t byte : buffer)
-      shown.append(hex, std::snprintf(hex, sizeof hex, " %02X", byte));
-    buffer.assign(120000, 0xAA);
-    return shown;
+  // The page, the size of the buffer, and what is written as defaults and as variables.
+  const std::tuple<uint32_t, uint32_t, const char*, const char*> cases[] = {
+      {1, 12, "2: 10 00 05 00 00 00 11 00 07 00 00 00", "2: 1A 2B 00 03"},
+      {1, 11, "-1: 0C 00", "2: 1A 2B 00 03"},
+      {1, 3, "-1: 0C 00", "-1: 04 00"},
+      {1, 1, "-1:", "-1:"},
+      {2, 18, "3: FF FF FF FF FF FF 12 00", "3: 00 01 00 02 00 03"},
+      {2, 2, "-1: 12 00", "1: 00 01"},
+      {3, 12, "2:", "0:"},
+      {4, 24, "0:", "0:"},
+      {5, 24, "-2:", "-2:"},
+      {6, 24, "-1: FF FF", "-1: FF FF"},
+      {7, 24, "-3:", "1: 00 05"},
+      {8, 6, "1:", "0:"},
   };
-  text(0);
-  const std::tuple<uint32_t, uint32_t, const char*> defaults[] = {
-      {1, 12, "2: 10 00 05 00 00 00 11 00 07 00 00 00"},
-      {1, 11, "-1: 0C 00"},
-      {1, 2, "-1: 0C 00"},
-      {1, 1, "-1:"},
-      {2, 18, "3: FF FF FF FF FF FF 12 00"},
-      {3, 12, "2:"},
-      {4, 24, "0:"},
-      {5, 24, "-2:"},
-      {6, 24, "-1: FF FF"},
-      {6, 120000, "20000: 01 00 02 00 00 00"},
-      {7, 24, "-3:"},
-      {8, 6, "1:"},
-  };
-  for (const auto& [page, size, expected] : defaults) {
-    auto* const entries = reinterpret_cast<HvPageDefault*>(buffer.data());
-    EXPECT_EQ(text(HvOpcGetPageDefaults(panel.Handle(), page, entries, size)), expected);
-  }
-  const std::tuple<uint32_t, uint32_t, const char*> variables[] = {
-      {1, 4, "2: 1A 2B 00 03"},
-      {1, 7, "2: 1A 2B 00 03"},
-      {1, 3, "-1: 04 00"},
-      {1, 1, "-1:"},
-      {2, 2, "1: 00 01"},
-      {2, 5, "2: 00 01 00 02"},
-      {3, 4, "0:"},
-      {2, 8, "3: 00 01 00 02 00 03"},
-      {4, 4, "0:"},
-      {5, 4, "-2:"},
-      {6, 8, "-1: FF FF"},
-      {7, 8, "1: 00 05"},
-      {9, 8, "-2:"},
-  };
-  for (const auto& [page, size, expected] : variables) {
-    EXPECT_EQ(text(HvOpcGetPageOmVars(panel.Handle(), page, buffer.data(), size)), expected);
+  for (const auto& [page, size, defaults, variables] : cases) {
+    EXPECT_EQ(Written([&, page = page, size = size](uint8_t* buffer) {
+                return HvOpcGetPageDefaults(panel.handle, page,
+                                            reinterpret_cast<HvPageDefault*>(buffer), size);
+              }),
+              defaults);
+    EXPECT_EQ(Written([&, page = page, size = size](uint8_t* buffer) {
+                return HvOpcGetPageOmVars(panel.handle, page, buffer, size);
+              }),
+              variables);
   }
   const int32_t needed[] = {-2, 12, 18, 12, 0, -2, 32767};
   for (uint32_t page = 0; page <= 6; ++page) {
-    EXPECT_EQ(HvOpcGetPageDefaults(panel.Handle(), page, nullptr, 0), needed[page]) << page;
+    EXPECT_EQ(HvOpcGetPageDefaults(panel.handle, page, nullptr, 0), needed[page]) << page;
   }
-  EXPECT_EQ(HvOpcGetPageOmVars(panel.Handle(), 1, nullptr, 0), 4);
-  EXPECT_EQ(HvOpcGetPageOmVars(panel.Handle(), 9, nullptr, 0), -2);
+  EXPECT_EQ(HvOpcGetPageOmVars(panel.handle, 1, nullptr, 0), 4);
+  EXPECT_EQ(HvOpcGetPageOmVars(panel.handle, 9, nullptr, 0), -2);
   EXPECT_EQ(HvOpcGetPageDefaults(nullptr, 1, nullptr, 0), -2);
   EXPECT_EQ(HvOpcGetPageOmVars(nullptr, 1, nullptr, 0), -2);
 }

@@ -1,11 +1,13 @@
 // The kinds of fields that command records do not have.
 
+#include "config/record_reader.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstring>
+#include <sstream>
 
-#include "config/record_reader.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -20,51 +22,37 @@ constexpr hv::FieldDescriptor Fields[] = {
 constexpr hv::KeyDefinition Keys[] = {{22, 6, 6}};
 constexpr hv::RecordLayout Layout = {32, Fields, Keys};
 
-RecordResult Read(const std::string& text, std::array<uint8_t, 32>* record) {
+// The values of a line, in their order, or "malformed".
+std::string Read(const std::string& line) {
   const hvtest::TestFolder folder;
-  const auto file = hv::platform::OpenStream(folder.Add("r.dat", text).c_str(), "r");
+  const auto file = hv::platform::OpenStream(folder.Add("r.dat", line).c_str(), "r");
   int64_t offset = -1;
-  record->fill(0xAA);
-  return hv::ReadRecord(file.get(), Layout, *record, &offset);
-}
-
-template <typename Value>
-Value At(const std::array<uint8_t, 32>& record, std::size_t offset) {
-  Value value;
-  std::memcpy(&value, &record[offset], sizeof value);
-  return value;
+  std::array<uint8_t, 32> record;
+  record.fill(0xAA);
+  if (hv::ReadRecord(file.get(), Layout, record, &offset) != RecordResult::Read) return "malformed";
+  std::ostringstream shown;
+  const auto show = [&](auto value, std::size_t at) {
+    std::memcpy(&value, &record[at], sizeof value);
+    shown << value << "|";
+  };
+  show(int16_t(), 0);
+  for (const std::size_t at : {2, 6}) show(int32_t(), at);
+  show(float(), 10);
+  shown << reinterpret_cast<const char*>(&record[14]) << "|";
+  show(int32_t(), 18);
+  shown << reinterpret_cast<const char*>(&record[22]) << "|";
+  show(uint32_t(), 28);
+  return shown.str();
 }
 
 TEST(RecordReader, FillsFieldsByTheirDescriptors) {
-  std::array<uint8_t, 32> record;
-  ASSERT_EQ(Read("-7;+70000,-2147483648:1.5, two words,12;plain text\n", &record),
-            RecordResult::Read);
-  EXPECT_EQ(At<int16_t>(record, 0), -7);
-  EXPECT_EQ(At<int32_t>(record, 2), 70000);
-  EXPECT_EQ(At<int32_t>(record, 6), std::numeric_limits<int32_t>::min());
-  EXPECT_EQ(At<float>(record, 10), 1.5F);
-  EXPECT_STREQ(reinterpret_cast<const char*>(&record[14]), "two");
-  EXPECT_EQ(At<int32_t>(record, 18), 12);
-  EXPECT_STREQ(reinterpret_cast<const char*>(&record[22]), "plain");
-  EXPECT_EQ(At<uint32_t>(record, 28), 0U);
-}
-
-TEST(RecordReader, TakesQuotedTextsAndNearestIntegers) {
-  std::array<uint8_t, 32> record;
-  ASSERT_EQ(Read("70000,-99999999999,99999999999999999999999,1,\"a,b\"0,\"c\"\n", &record),
-            RecordResult::Read);
-  EXPECT_EQ(At<int16_t>(record, 0), 32767);
-  EXPECT_EQ(At<int32_t>(record, 2), std::numeric_limits<int32_t>::min());
-  EXPECT_EQ(At<int32_t>(record, 6), std::numeric_limits<int32_t>::max());
-  EXPECT_STREQ(reinterpret_cast<const char*>(&record[14]), "a,b");
-  EXPECT_STREQ(reinterpret_cast<const char*>(&record[22]), "c");
-}
-
-TEST(RecordReader, RefusesFractionsAndTextsForIntegers) {
-  std::array<uint8_t, 32> record;
-  EXPECT_EQ(Read("1.5,2,3,1,a,0,b\n", &record), RecordResult::Malformed);
-  EXPECT_EQ(Read("1,2e1,3,1,a,0,b\n", &record), RecordResult::Malformed);
-  EXPECT_EQ(Read("1,2,3,1,a,text,b\n", &record), RecordResult::Malformed);
+  EXPECT_EQ(Read("-7;+70000,-2147483648:1.5, two words,12;plain text\n"),
+            "-7|70000|-2147483648|1.5|two|12|plain|0|");
+  EXPECT_EQ(Read("70000,-99999999999,99999999999999999999999,1,\"a,b\"0,\"c\"\n"),
+            "32767|-2147483648|2147483647|1|a,b|0|c|0|");
+  for (const char* line : {"1.5,2,3,1,a,0,b\n", "1,2e1,3,1,a,0,b\n", "1,2,3,1,a,text,b\n"}) {
+    EXPECT_EQ(Read(line), "malformed") << line;
+  }
 }
 
 }  // namespace
