@@ -81,25 +81,19 @@ TEST(ZipArguments, ArchiveIsFoundWithoutItsExtension) {
 TEST(ZipNames, AreMappedIntoTheFolder) {
   const std::pair<std::string, const char*> cases[] = {
       {"a/b/c.txt", "a/ a/b/ a/b/c.txt=x"},
-      {"a\\b.txt", "a/ a/b.txt=x"},
       {"/rooted", "rooted=x"},
       {"\\\\server\\share", "server/ server/share=x"},
       {"c:/x", "c_/ c_/x=x"},
-      {"./x", "x=x"},
-      {"../x", "x=x"},
       {"a/../../x", "a/ a/x=x"},
       {"..name", "..name=x"},
       {".\x01./x", "x=x"},
       {"<y>../x", "x=x"},
-      {"..\x16/x", "x=x"},
       {" a b.txt", " a b.txt=x"},
       {"name;1/x", "name=x"},
       {"a<b/c>d[e;f]g", "adg=x"},
       {"a[b", "a[b=x"},
-      {"a]b", "a]b=x"},
       {"a\x01\0\x1F\x7F\x62\x16"s, "ab=x"},
       {"\x16;\x16[a]", ";[a]=x"},
-      {"folder/", "folder/"},
       {"folder\\sub\\", "folder/ folder/sub/"},
       {"./", ""},
   };
@@ -144,7 +138,6 @@ TEST(ZipPatterns, PickMembersByTheirStoredNames) {
       {"[^a-z]*", "46"}, {"*[T-]im*", "1"},
       {"\\[*", "4"},     {"[\\[]x[\\]]*", "4"},
       {"[]*", ""},       {"[x", ""},
-      {"[x\\]y*", "4"},  {"*\\", ""},
       {"*b*.*", "6"},
   };
   std::vector<ZipMember> members;
@@ -210,7 +203,6 @@ TEST(ZipResults, TellWhatBecameOfTheMembers) {
   const std::string all = "one=1 tri=333 two=22";
   const std::string withoutTwo = "one=1 tri=333";
   const std::tuple<const char*, Words, uint32_t, std::string> cases[] = {
-      {"as built", {}, HV_OK, all},
       {"needs version 2.1", {{entry + 6, 21}}, HV_OK, withoutTwo},
       {"needs version 2.0 on another host", {{entry + 6, 0x0214}}, HV_OK, all},
       {"method 7", {{entry + 10, 7}}, HV_OK, withoutTwo},
@@ -226,9 +218,11 @@ TEST(ZipResults, TellWhatBecameOfTheMembers) {
        all},
       {"more data than declared", {{local + 22, 1}}, HV_UNUSABLE_FILE, "one=1 tri=333 two=2"},
       {"no local header where it should be", {{entry + 42, 1}}, HV_UNUSABLE_FILE, withoutTwo},
-      {"a local header behind the end", {{entry + 44, 0xFFFF}}, HV_UNUSABLE_FILE, withoutTwo},
+      {"archive ends in the data, of which the file keeps what there was",
+       {{local + 18, 9999}, {local + 22, 9999}},
+       HV_ARCHIVE_ENDED,
+       withoutTwo + " two=" + zip.bytes.substr(local + 33)},
       {"archive ends in a name", {{local + 26, 0xFFFF}}, HV_ARCHIVE_ENDED, withoutTwo},
-      {"archive ends in an extra field", {{local + 28, 0xFFFF}}, HV_ARCHIVE_ENDED, withoutTwo},
       {"no entry where it should be", {{entry, 0}}, HV_UNUSABLE_FILE, "one=1"},
       {"archive ends in an entry", {{entry + 30, 0xFFFF}}, HV_ARCHIVE_ENDED, "one=1"},
       {"an entry less than there are", {{end + 10, 2}}, HV_OK, "one=1 two=22"},
@@ -236,7 +230,6 @@ TEST(ZipResults, TellWhatBecameOfTheMembers) {
       {"disk 1, directory on disk 1", {{end + 4, 1}, {end + 6, 1}}, HV_OK, all},
       {"disk 1, directory on disk 0", {{end + 4, 1}}, HV_NOT_FOUND, ""},
       {"disk 2, directory on disk 2", {{end + 4, 2}, {end + 6, 2}}, HV_NOT_FOUND, ""},
-      {"no end record", {{end, 0}}, HV_UNUSABLE_FILE, ""},
       {"directory nowhere", {{end + 12, 1}, {end + 16, 1}}, HV_UNUSABLE_FILE, ""},
   };
   for (const auto& [what, changes, code, tree] : cases) {
@@ -260,14 +253,6 @@ TEST(ZipResults, TellWhatBecameOfTheMembers) {
     EXPECT_EQ(Explode(bytes).code, HV_UNUSABLE_FILE) << bytes;
   }
   EXPECT_EQ(Explode(BuildZip({}).bytes).code, HV_OK);
-}
-
-TEST(ZipResults, MemberThatEndsWithTheArchiveKeepsWhatThereWas) {
-  ZipArchive zip = BuildZip({Stored("m", "data")});
-  zip = With(zip, {{zip.locals[0] + 18, 9999}, {zip.locals[0] + 22, 9999}});
-  const ZipRun run = Explode(zip.bytes);
-  EXPECT_EQ(run.code, HV_ARCHIVE_ENDED);
-  EXPECT_EQ(run.tree, (Tree{{"m", zip.bytes.substr(zip.locals[0] + 31)}}));
 }
 
 TEST(ZipResults, GravestOneCounts) {
@@ -301,9 +286,6 @@ TEST(ZipProgress, GivesEachMemberItsShareOfTheEntriesReadSoFar) {
   ExplodeReported(With(zip, {{zip.entries[2] + 8, 1}}), "[!b]*");
   EXPECT_EQ(reports, "../a 1 1|");
 
-  ExplodeReported(BuildZip({OfSize("empty", 0)}));
-  EXPECT_EQ(reports, "empty 0 0|");
-
   // The directory is read 64 entries at a time.
   std::vector<ZipMember> many(64, OfSize("m", 1));
   many.push_back(OfSize("last", 64));
@@ -318,9 +300,8 @@ TEST(ZipProgress, FirstFailureEndsTheRun) {
       BuildZip({Stored("one", "1"), Stored("two", "22"), Stored("three", "333")});
   const std::size_t local = zip.locals[1];
   const std::pair<std::pair<std::size_t, uint16_t>, uint32_t> cases[] = {
-      {{local + 14, 1}, HV_OK},                  // wrong CRC
-      {{local, 0}, HV_UNUSABLE_FILE},            // signature
-      {{local + 26, 0xFFFF}, HV_ARCHIVE_ENDED},  // name
+      {{local + 14, 1}, HV_OK},        // wrong CRC
+      {{local, 0}, HV_UNUSABLE_FILE},  // signature
   };
   for (const auto& [change, code] : cases) {
     const ZipRun run = ExplodeReported(With(zip, {change}));

@@ -109,13 +109,6 @@ TEST(ZipFiles, TakeNamesAsTheyAreSpelled) {
                             {"...", "5"}}));
 }
 
-TEST(ZipFiles, QuotedWildcardsStandForThemselves) {
-  const std::string zip =
-      BuildZip({Stored("a*b", "1"), Stored("a.b", "2"), Stored("a?b", "3")}).bytes;
-  EXPECT_EQ(hvtest::Explode(zip, "a\\*b").tree, (Tree{{"a*b", "1"}}));
-  EXPECT_EQ(hvtest::Explode(zip, "A\\?[b]").tree, (Tree{{"a?b", "3"}}));
-}
-
 TEST(ZipFiles, APipeInTheWayIsNotWaitedFor) {
   const TestFolder folder;
   const ScopedCurrentFolder inside(folder.Path());

@@ -14,8 +14,8 @@ void Add32(std::string& bytes, std::size_t value) {
 }
 
 // From "version needed" to "extra field length", which both headers share.
-void AddCommonFields(std::string& bytes, const ZipMember& member, std::size_t extraLength) {
-  Add16(bytes, member.versionNeeded);
+void AddCommonFields(std::string& bytes, const ZipMember& member) {
+  Add16(bytes, 20);
   Add16(bytes, member.flags);
   Add16(bytes, member.method);
   Add16(bytes, member.time);
@@ -23,8 +23,7 @@ void AddCommonFields(std::string& bytes, const ZipMember& member, std::size_t ex
   Add32(bytes, member.crc);
   Add32(bytes, member.data.size());
   Add32(bytes, member.size);
-  Add16(bytes, static_cast<uint32_t>(member.name.size()));
-  Add16(bytes, static_cast<uint32_t>(extraLength));
+  Add32(bytes, member.name.size());  // and no extra field
 }
 
 }  // namespace
@@ -32,11 +31,6 @@ void AddCommonFields(std::string& bytes, const ZipMember& member, std::size_t ex
 void ZipArchive::Set16(std::size_t at, uint16_t value) {
   bytes[at] = static_cast<char>(value & 0xFF);
   bytes[at + 1] = static_cast<char>(value >> 8);
-}
-
-void ZipArchive::Set32(std::size_t at, uint32_t value) {
-  Set16(at, static_cast<uint16_t>(value & 0xFFFF));
-  Set16(at + 2, static_cast<uint16_t>(value >> 16));
 }
 
 uint32_t SlowCrc32(std::string_view bytes) {
@@ -70,15 +64,15 @@ ZipArchive BuildZip(const std::vector<ZipMember>& members, std::string_view comm
   for (const ZipMember& member : members) {
     zip.locals.push_back(bytes.size());
     bytes += "PK\3\4";
-    AddCommonFields(bytes, member, member.extra.size());
-    bytes += member.name + member.extra + member.data;
+    AddCommonFields(bytes, member);
+    bytes += member.name + member.data;
   }
   const std::size_t directory = bytes.size();
   for (std::size_t i = 0; i < members.size(); ++i) {
     zip.entries.push_back(bytes.size());
     bytes += "PK\1\2";
     Add16(bytes, 20);
-    AddCommonFields(bytes, members[i], 0);
+    AddCommonFields(bytes, members[i]);
     Add32(bytes, 0);  // comment length, disk
     Add16(bytes, 0);
     Add32(bytes, 0);

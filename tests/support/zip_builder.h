@@ -17,8 +17,6 @@ struct ZipMember {
   uint32_t size = 0;       // of the extracted bytes
   uint16_t time = 0x6820;  // 13:01:00
   uint16_t date = 0x2C6F;  // 2002-03-15
-  uint16_t versionNeeded = 20;
-  std::string extra;  // in the local header
 };
 
 // A member that holds `content` in the form `data` of a method.
@@ -34,7 +32,6 @@ struct ZipArchive {
   std::size_t end = 0;
 
   void Set16(std::size_t at, uint16_t value);
-  void Set32(std::size_t at, uint32_t value);
 };
 
 ZipArchive BuildZip(const std::vector<ZipMember>& members, std::string_view comment = "");
