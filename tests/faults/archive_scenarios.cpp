@@ -51,31 +51,23 @@ std::vector<Scenario> ReplyAndArchiveScenarios() {
                  ArchiveFailures);
     };
   };
+  const auto parseOptions = [options](Run& run) {
+    HvOptionInfo* const info = HvParseOptionInfo(options->Address());
+    run.Expect(info != nullptr, 1, 0);
+    if (info != nullptr) run.Note(info->entryCount + info->groupCount);
+    HvFreeOptionInfo(info);
+  };
+  const auto parseAlert = [alert, job, device](Run& run) {
+    HvJobAccount* const account = HvParseJobAccountingAlert(alert->Address());
+    if (run.Expect(account != nullptr, 1, 0)) {
+      run.Expect(Holds(account->jobBlock, *job), 1, 0);
+      run.Expect(Holds(account->deviceBlock, *device), 1, 0);
+    }
+    HvFreeJobAccount(account);
+  };
   return {
-      {"options",
-       "HvParseOptionInfo HvFreeOptionInfo",
-       {},
-       [options](Run& run) {
-         HvOptionInfo* const info = HvParseOptionInfo(options->Address());
-         run.Expect(info != nullptr, 1, 0);
-         if (info != nullptr) run.Note(info->entryCount + info->groupCount);
-         HvFreeOptionInfo(info);
-       },
-       {},
-       true},
-      {"alert",
-       "HvParseJobAccountingAlert HvFreeJobAccount",
-       {},
-       [alert, job, device](Run& run) {
-         HvJobAccount* const account = HvParseJobAccountingAlert(alert->Address());
-         if (run.Expect(account != nullptr, 1, 0)) {
-           run.Expect(Holds(account->jobBlock, *job), 1, 0);
-           run.Expect(Holds(account->deviceBlock, *device), 1, 0);
-         }
-         HvFreeJobAccount(account);
-       },
-       {},
-       true},
+      {"options", "HvParseOptionInfo HvFreeOptionInfo", {}, parseOptions, {}, true},
+      {"alert", "HvParseJobAccountingAlert HvFreeJobAccount", {}, parseAlert, {}, true},
       {"archive of every method", "HvZipExplode", {{"a.zip", archive}}, explode(nullptr), outputs},
       {"archive with progress",
        "HvZipExplode",

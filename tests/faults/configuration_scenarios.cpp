@@ -149,57 +149,40 @@ std::vector<Scenario> ConfigurationScenarios() {
   QuickSetupFile setup;
   setup.block1 = {"first block", 4, {}};
   setup.block2 = {"second", 0x0102, {}};
-  return {
-      {"INI file edited",
-       "HvIniOpen2 HvIniWrite HvIniWriteAll HvIniDelete HvIniClose",
-       {{"a.ini", IniText}},
-       EditIni,
-       {"a.ini"}},  // edits that could be made are written
-      {"INI file written",
-       "HvIniOpen2 HvIniWrite HvIniClose",
-       {{"a.ini", IniText}},
-       WriteIni("a.ini", INI_OPEN_UPDATE)},
-      {"INI file made",
-       "HvIniOpen2 HvIniWrite HvIniClose",
-       {},
-       WriteIni("new.ini", INI_OPEN_APPEND),
-       {"new.ini"}},
-      {"INI file and addresses",
-       "HvIniOpen HvIniRead HvIniRead2 HvWebGetURL HvWebGetCGIURL HvIniClose",
-       {{"a.ini", IniText}},
-       ReadIni},
-      {"records",
-       "HvDatOpenFile HvDatGetFirstKey HvDatGetNextKey HvDatCloseFile",
-       {{"r.dat", records}},
-       ReadRecords},
-      {"records counted",
-       "HvDatQueryCount HvDatQueryCounts",
-       {{"r.dat", records}},
-       CountRecords,
-       {},
-       true},
-      {"panel file",
-       "HvOpcGetFileName HvOpcRegisterCfg HvOpcGetSpinControlLimits HvOpcGetTextListing "
-       "HvOpcGetMaxEditLength HvOpcGetPageDefaults HvOpcGetPageOmVars HvOpcUnregisterCfg",
-       {{"opc031.cfg", PanelText}},
-       ReadPanel,
-       {},
-       true},
-      {"quick setup file",
-       "HvQsfOpen HvQsfGetVariables HvQsfClose HvMemFree",
-       {{"a.qsf", setup.Bytes()}},
-       ReadQuickSetup},
-      {"setup list",
-       "HvQsfIniGetSection",
-       {{"setup.ini", "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n"}},
-       ReadSetupList},
-      {"configurations",
-       "HvDatQueryFiles HvDatQueryFilesFree",
-       {{"a.cfg", "#! first\n"}, {"B.CFG", "x #! second\n"}, {"c.cfg", "none\n"}},
-       ListConfigurations,
-       {},
-       true},
+  std::vector<Scenario> all;
+  const auto add = [&](const char* name, const char* exports, Files files,
+                       const std::function<void(Run&)>& use) -> Scenario& {
+    return all.emplace_back(Scenario{name, exports, std::move(files), use});
   };
+  add("INI file edited", "HvIniOpen2 HvIniWrite HvIniWriteAll HvIniDelete HvIniClose",
+      {{"a.ini", IniText}}, EditIni)
+      .partial = {"a.ini"};  // edits that could be made are written
+  add("INI file written", "HvIniOpen2 HvIniWrite HvIniClose", {{"a.ini", IniText}},
+      WriteIni("a.ini", INI_OPEN_UPDATE));
+  add("INI file made", "HvIniOpen2 HvIniWrite HvIniClose", {}, WriteIni("new.ini", INI_OPEN_APPEND))
+      .partial = {"new.ini"};
+  add("INI file and addresses",
+      "HvIniOpen HvIniRead HvIniRead2 HvWebGetURL HvWebGetCGIURL HvIniClose", {{"a.ini", IniText}},
+      ReadIni);
+  add("records", "HvDatOpenFile HvDatGetFirstKey HvDatGetNextKey HvDatCloseFile",
+      {{"r.dat", records}}, ReadRecords);
+  add("records counted", "HvDatQueryCount HvDatQueryCounts", {{"r.dat", records}}, CountRecords)
+      .maySkip = true;
+  add("panel file",
+      "HvOpcGetFileName HvOpcRegisterCfg HvOpcGetSpinControlLimits HvOpcGetTextListing "
+      "HvOpcGetMaxEditLength HvOpcGetPageDefaults HvOpcGetPageOmVars HvOpcUnregisterCfg",
+      {{"opc031.cfg", PanelText}}, ReadPanel)
+      .maySkip = true;
+  add("quick setup file", "HvQsfOpen HvQsfGetVariables HvQsfClose HvMemFree",
+      {{"a.qsf", setup.Bytes()}}, ReadQuickSetup);
+  add("setup list", "HvQsfIniGetSection",
+      {{"setup.ini", "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n"}},
+      ReadSetupList);
+  add("configurations", "HvDatQueryFiles HvDatQueryFilesFree",
+      {{"a.cfg", "#! first\n"}, {"B.CFG", "x #! second\n"}, {"c.cfg", "none\n"}},
+      ListConfigurations)
+      .maySkip = true;
+  return all;
 }
 
 }  // namespace hvtest

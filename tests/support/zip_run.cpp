@@ -16,6 +16,18 @@ Tree ReadTree(const fs::path& folder) {
   return tree;
 }
 
+std::string Show(const Tree& tree) {
+  std::string text;
+  for (const auto& [name, bytes] : tree) {
+    text += (text.empty() ? "" : " ") + name + (name.back() == '/' ? "" : "=" + bytes);
+  }
+  return text;
+}
+
+std::string Show(const ZipRun& run) {
+  return std::to_string(run.code) + " " + Show(run.tree);
+}
+
 ZipRun Explode(std::string_view archive, const char* pattern, HvZipProgress progress) {
   const TestFolder folder;
   const std::string path = folder.Add("archive.zip", archive);

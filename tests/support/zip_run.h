@@ -16,6 +16,8 @@ namespace hvtest {
 // has a "/" at its end.
 using Tree = std::map<std::string, std::string>;
 Tree ReadTree(const std::filesystem::path& folder);
+// Directories by their names, files with "=" and what they hold, blanks between them.
+std::string Show(const Tree& tree);
 
 struct ZipRun {
   uint32_t code = 0;
@@ -26,6 +28,9 @@ struct ZipRun {
 // anything came to be beside the folder.
 ZipRun Explode(std::string_view archive, const char* pattern = nullptr,
                HvZipProgress progress = nullptr);
+
+// The code and the tree.
+std::string Show(const ZipRun& run);
 
 // Every how many-th place a sweep tries, a byte or a call that fails: each one here, fewer where
 // files are slow to open, as under an emulation.
