@@ -44,7 +44,6 @@ TEST_F(ConfigListing, TakesDescriptionsFromFirstLines) {
       {"#!" + full + "\n", full},
       {"#!" + full + "e\n", full},
       {"#!\n#!second line\n", ""},
-      {"#!", ""},
       {"", ""},
       // Of a long line the beginning is looked at.
       {std::string(250, 'x') + "#!description", "descrip"},

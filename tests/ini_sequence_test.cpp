@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <random>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -19,45 +20,21 @@ using hvtest::MaybeText;
 
 constexpr int Steps = 2000;
 
-// The same numbers on every system (xorshift32).
-class Numbers {
- public:
-  explicit Numbers(uint32_t seed) : state_(seed) {}
-  uint32_t Below(uint32_t limit) {
-    state_ ^= state_ << 13;
-    state_ ^= state_ >> 17;
-    state_ ^= state_ << 5;
-    return static_cast<uint32_t>(uint64_t{state_} * limit >> 32);
-  }
-  bool OneIn(uint32_t limit) { return Below(limit) == 0; }
-  std::string Pick(const std::vector<std::string>& texts) {
-    return texts[Below(static_cast<uint32_t>(texts.size()))];
-  }
-
- private:
-  uint32_t state_;
-};
-
 class Sequence {
  public:
   Sequence(uint32_t seed, const std::string& lineEnd, uint32_t mode)
-      : numbers_(seed), mode_(mode), path_(folder_.Add("sequence.ini", FirstBytes(lineEnd))) {
+      : random_(seed), mode_(mode), path_(folder_.Add("sequence.ini", FirstBytes(lineEnd))) {
     Open();
   }
-  ~Sequence() {
-    if (ini_ != nullptr) HvIniClose(ini_);
-  }
-  Sequence(const Sequence&) = delete;
-  Sequence& operator=(const Sequence&) = delete;
 
   void Step() {
-    const uint32_t what = numbers_.Below(20);
+    const uint32_t what = Below(20);
     if (what < 6) return Write(&HvIniWrite, false);
     if (what < 9) return Write(&HvIniWriteAll, true);
     if (what < 12) return Delete();
     if (what < 15) return Read();
     if (what < 19) return Read2();
-    if (numbers_.OneIn(3)) Reopen();
+    if (OneIn(3)) Reopen();
   }
 
   void ExpectSame() {
@@ -70,29 +47,33 @@ class Sequence {
   // Closes both files, compares the bytes and opens them again.
   void Reopen() {
     const std::string before = hvtest::ReadFile(path_);
-    ASSERT_EQ(HvIniClose(ini_), 1U);
-    ini_ = nullptr;
+    ini_.reset();
     ASSERT_EQ(hvtest::ReadFile(path_), model_->IsDirty() ? model_->Bytes() : before);
     Open();
   }
 
  private:
+  uint32_t Below(uint32_t limit) { return static_cast<uint32_t>(random_() % limit); }
+  bool OneIn(uint32_t limit) { return Below(limit) == 0; }
+  std::string Pick(const std::vector<std::string>& texts) {
+    return texts[Below(static_cast<uint32_t>(texts.size()))];
+  }
+
   void Open() {
     model_.emplace(hvtest::ReadFile(path_), mode_ == INI_OPEN_READ);
-    ini_ = HvIniOpen2(path_.c_str(), mode_);
+    ini_.reset(HvIniOpen2(path_.c_str(), mode_));
   }
 
   std::string FirstBytes(const std::string& lineEnd) {
     std::string bytes;
     for (int i = 0; i < 120; ++i) {
-      const uint32_t what = numbers_.Below(8);
+      const uint32_t what = Below(8);
       if (what == 0) {
         bytes += "[" + Section() + "]";
       } else if (what == 1) {
-        bytes += numbers_.Pick({"", "  ", "; a comment", ";x = y", "stray", " [s]"});
+        bytes += Pick({"", "  ", "; a comment", ";x = y", "stray", " [s]"});
       } else {
-        bytes +=
-            Key() + numbers_.Pick({"", " ", "   "}) + "=" + Value() + numbers_.Pick({"", "  "});
+        bytes += Key() + Pick({"", " ", "   "}) + "=" + Value() + Pick({"", "  "});
       }
       bytes += lineEnd;
     }
@@ -100,20 +81,20 @@ class Sequence {
   }
 
   std::string Section() {
-    return numbers_.Pick({"s", "S", "Two words", "TWO WORDS", "t", "", "[odd", "a=]"});
+    return Pick({"s", "S", "Two words", "TWO WORDS", "t", "", "[odd", "a=]"});
   }
   // Few enough to meet again, enough to make an index grow.
   std::string Key() {
-    if (numbers_.OneIn(3)) return numbers_.Pick({"n", "N"}) + std::to_string(numbers_.Below(90));
-    if (numbers_.OneIn(30)) return numbers_.Pick({"[a", "k=k", std::string(1018, 'L')});
-    return numbers_.Pick({"a", "A", "b", "key", "Key", "", "stray", "; a comment"});
+    if (OneIn(3)) return Pick({"n", "N"}) + std::to_string(Below(90));
+    if (OneIn(30)) return Pick({"[a", "k=k", std::string(1018, 'L')});
+    return Pick({"a", "A", "b", "key", "Key", "", "stray", "; a comment"});
   }
   std::string Value() {
-    if (numbers_.OneIn(40)) return std::string(1000 + numbers_.Below(30), 'v');
-    return numbers_.Pick({"", "1", "2", "one", "ONE", "x=y", " padded", "]", "[s]"});
+    if (OneIn(40)) return std::string(1000 + Below(30), 'v');
+    return Pick({"", "1", "2", "one", "ONE", "x=y", " padded", "]", "[s]"});
   }
   MaybeText Maybe(const std::string& text, uint32_t nullOneIn) {
-    return numbers_.OneIn(nullOneIn) ? MaybeText() : text;
+    return OneIn(nullOneIn) ? MaybeText() : text;
   }
   static const char* Argument(const MaybeText& text) { return text ? text->c_str() : nullptr; }
 
@@ -121,7 +102,7 @@ class Sequence {
     const std::string section = Section();
     const std::string key = Key();
     const std::string value = Value();
-    EXPECT_EQ(write(ini_, section.c_str(), key.c_str(), value.c_str()) != 0,
+    EXPECT_EQ(write(ini_.get(), section.c_str(), key.c_str(), value.c_str()) != 0,
               model_->Write(section, key, value, besideOthers));
   }
 
@@ -129,14 +110,14 @@ class Sequence {
     const std::string section = Section();
     const MaybeText key = Maybe(Key(), 8);
     const MaybeText value = Maybe(Value(), 2);
-    EXPECT_EQ(HvIniDelete(ini_, section.c_str(), Argument(key), Argument(value)), 1U);
+    EXPECT_EQ(HvIniDelete(ini_.get(), section.c_str(), Argument(key), Argument(value)), 1U);
     model_->Delete(section, key, value);
   }
 
   void Read() {
     const MaybeText section = Maybe(Section(), 2);
     const MaybeText key = Maybe(Key(), 2);
-    EXPECT_EQ(HvIniRead(ini_, Argument(section), Argument(key)),
+    EXPECT_EQ(HvIniRead(ini_.get(), Argument(section), Argument(key)),
               model_->Read(section, key).value_or(""));
   }
 
@@ -144,12 +125,12 @@ class Sequence {
     const std::string section = Section();
     const std::string key = Key();
     const MaybeText defaultValue = Maybe(Value(), 2);
-    const std::size_t size = 1 + numbers_.Below(6);
+    const std::size_t size = 1 + Below(6);
     const IniModel::Copy expected = model_->Read2(section, key, defaultValue, size);
     std::string buffer(8, '#');
     uint32_t count = 99;
-    EXPECT_EQ(HvIniRead2(ini_, section.c_str(), key.c_str(), Argument(defaultValue), buffer.data(),
-                         static_cast<uint32_t>(size), &count),
+    EXPECT_EQ(HvIniRead2(ini_.get(), section.c_str(), key.c_str(), Argument(defaultValue),
+                         buffer.data(), static_cast<uint32_t>(size), &count),
               expected.code);
     EXPECT_EQ(count, expected.text.size());
     std::string expectedBuffer = expected.text;
@@ -159,11 +140,11 @@ class Sequence {
   }
 
   hvtest::TestFolder folder_;
-  Numbers numbers_;
+  std::mt19937 random_;  // the same numbers on every system
   uint32_t mode_;
   std::string path_;
   std::optional<IniModel> model_;
-  HvIniHandle* ini_ = nullptr;
+  hvtest::OpenIni ini_;
 };
 
 TEST(IniSequence, AgreesWithTheModel) {

@@ -44,43 +44,35 @@ std::string Show(const HvCommandRecord& record) {
   return text.str();
 }
 
-// A record file of its own, open as long as the object is.
-class OpenFile {
- public:
-  explicit OpenFile(const std::string& text)
-      : handle_(HvDatOpenFile(folder_.Add("r.dat", text).c_str(), 0, DAT_FILE_COMMANDS)) {
-    EXPECT_GE(handle_, 0);
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-  ~OpenFile() { EXPECT_EQ(HvDatCloseFile(handle_), 0); }
+// The first record of a file whose key begins with `search`.
+HvCommandRecord RecordOf(const std::string& file, const std::string& search) {
+  const TestFolder folder;
+  const int32_t handle = HvDatOpenFile(folder.Add("r.dat", file).c_str(), 0, DAT_FILE_COMMANDS);
+  HvCommandRecord record = Search(search);
+  EXPECT_EQ(HvDatGetFirstKey(handle, &record), 0) << file;
+  EXPECT_EQ(HvDatCloseFile(handle), 0);
+  return record;
+}
 
-  HvCommandRecord Record(const std::string& search) const {
-    HvCommandRecord record = Search(search);
-    EXPECT_EQ(HvDatGetFirstKey(handle_, &record), 0) << search;
-    return record;
-  }
-  // The code, or for a record that was found its key.
-  std::string First(const std::string& text) const { return Get(HvDatGetFirstKey, text); }
-  std::string Next() const { return Get(HvDatGetNextKey, ""); }
-  // The keys from the first one on and the code that ends them.
-  std::string Keys(const std::string& search) const {
-    std::string text = First(search);
-    for (std::string key = text; key[0] != '-'; text += " " + key) key = Next();
-    return text;
-  }
-
- private:
-  std::string Get(decltype(&HvDatGetFirstKey) get, const std::string& text) const {
-    HvCommandRecord record = Search(text);
-    const int32_t code = get(handle_, &record);
-    EXPECT_TRUE(code == 0 || IsUntouched(record, text)) << text;
+// The keys of a file from the first match on, the code that ends them, and that of one more step.
+std::string Walk(const std::string& file, const std::string& search) {
+  const TestFolder folder;
+  const int32_t handle = HvDatOpenFile(folder.Add("r.dat", file).c_str(), 0, DAT_FILE_COMMANDS);
+  const auto get = [handle](decltype(&HvDatGetFirstKey) call, const std::string& wanted) {
+    HvCommandRecord record = Search(wanted);
+    const int32_t code = call(handle, &record);
+    EXPECT_TRUE(code == 0 || IsUntouched(record, wanted)) << wanted;
     return code == 0 ? record.szKey : std::to_string(code);
-  }
-
-  TestFolder folder_;
-  int32_t handle_;
-};
+  };
+  EXPECT_EQ(get(HvDatGetNextKey, ""), "-7");  // nothing was found yet
+  const std::string first = get(HvDatGetFirstKey, search);
+  std::string keys = first;
+  for (std::string key = first; key[0] != '-'; keys += " " + key) key = get(HvDatGetNextKey, "");
+  keys += " " + get(HvDatGetNextKey, "");
+  EXPECT_EQ(get(HvDatGetFirstKey, search), first) << file;
+  EXPECT_EQ(HvDatCloseFile(handle), 0);
+  return keys;
+}
 
 TEST(RecordFile, ReadsARecordWithWhateverSeparates) {
   const std::string lines[] = {
@@ -96,27 +88,26 @@ TEST(RecordFile, ReadsARecordWithWhateverSeparates) {
       "\"K1\",\"Set size\",\"PCL\",\"1B45\",\"%d\",-1.500000000000000000000 or so,2e3,.25,\"D\"\n",
   };
   for (const std::string& line : lines) {
-    const OpenFile file(line);
-    const HvCommandRecord record = file.Record("K");
+    const HvCommandRecord record = RecordOf(line, "K");
     EXPECT_EQ(Show(record), "K1|Set size|PCL|1B45|%d|-1.5 2000 0.25|D") << line;
     // Nothing of the search or of a stack is left behind the texts.
     for (std::size_t i = 8; i < sizeof record.szDescr; ++i) EXPECT_EQ(record.szDescr[i], 0) << i;
-    EXPECT_EQ(file.Next(), "-10") << line;
+    EXPECT_EQ(Walk(line, ""), "K1 -10 -10") << line;
   }
 }
 
 TEST(RecordFile, CutsTextsToTheirFieldsAndNumbersToTheirRange) {
   const std::string x(101, 'x');
   const std::string longText = '"' + std::string(150, 'x') + "\",";
-  const OpenFile file("\"A,#\nB\",\"\",\"\",\"\",\"\",1e999,-1E999,1e-999,\"\"\n" + longText +
-                      longText + longText + longText + longText + "1,2,3,\"DEF\"\n");
-  EXPECT_EQ(Show(file.Record("")), "A,#\nB|||||inf -inf 0|");
-  EXPECT_EQ(Show(file.Record("xxxxx")), "xxxxx|" + x + "|xxxxx|" + x + "|xxxxx|1 2 3|D");
+  const std::string file("\"A,#\nB\",\"\",\"\",\"\",\"\",1e999,-1E999,1e-999,\"\"\n" + longText +
+                         longText + longText + longText + longText + "1,2,3,\"DEF\"\n");
+  EXPECT_EQ(Show(RecordOf(file, "")), "A,#\nB|||||inf -inf 0|");
+  EXPECT_EQ(Show(RecordOf(file, "xxxxx")), "xxxxx|" + x + "|xxxxx|" + x + "|xxxxx|1 2 3|D");
 }
 
 TEST(RecordFile, RefusesMalformedLines) {
   const std::string texts = "\"K1\",\"d\",\"e\",\"c\",\"f\",";
-  const std::string lines[] = {
+  std::vector<std::string> lines = {
       "K1,\"d\",\"e\",\"c\",\"f\",1,2,3,\"D\"\n",  // no quotes
       texts,
       texts + "1,2,\n",               // too few fields
@@ -125,42 +116,31 @@ TEST(RecordFile, RefusesMalformedLines) {
       texts + "1,2,3,\"D\"x\n",
       texts + "1,2,3,\"D\"",  // no line feed at the end
   };
-  const auto expectRefused = [](const std::string& line) {
-    const OpenFile file(Line("K0") + line);
-    EXPECT_EQ(file.Keys(""), "K0 -2") << line;
-    EXPECT_EQ(file.Next(), "-7") << line;
-    EXPECT_EQ(file.First("K9"), "-2") << line;  // a search does not get beyond it either
-  };
-  for (const std::string& line : lines) expectRefused(line);
   for (const char* number : {"1 ", "1\t5", "1x", "0x10", "inf", "-nan", "+-1", "1e", ".", "-"}) {
-    expectRefused(texts + number + ",2,3,\"D\"\n");
+    lines.push_back(texts + number + ",2,3,\"D\"\n");
+  }
+  for (const std::string& line : lines) {
+    EXPECT_EQ(Walk(Line("K0") + line, ""), "K0 -2 -7") << line;
+    EXPECT_EQ(Walk(Line("K0") + line, "K9"), "-2 -7") << line;
   }
 }
 
 TEST(RecordFile, ATextCutByTheEndOfTheFileIsTheEnd) {
   for (const char* rest :
        {"\"K2", "\"", "\"K2\",\"d\",\"e\",\"c\",\"f\",1,2,3,\"D\n", "# K2", " ,"}) {
-    EXPECT_EQ(OpenFile(rest).First(""), "-7") << rest;
-    const OpenFile file(Line("K1") + rest);
-    EXPECT_EQ(file.Keys("K"), "K1 -10") << rest;
-    EXPECT_EQ(file.Next(), "-10") << rest;
+    EXPECT_EQ(Walk(rest, ""), "-7 -7") << rest;
+    EXPECT_EQ(Walk(Line("K1") + rest, "K"), "K1 -10 -10") << rest;
   }
 }
 
 TEST(RecordFile, WalksFromTheFirstMatch) {
-  const OpenFile file("# keys\n" + Line("A1") + Line("S1") + "\n" + Line("sx") + Line("S2") +
-                      Line("SABCDEF"));
-  EXPECT_EQ(file.Next(), "-7");  // nothing was found yet
-  const std::pair<const char*, const char*> cases[] = {
-      {"", "A1 S1 sx S2 SABCD -10"},
-      {"S", "S1 sx S2 SABCD -10"},
-      {"s", "sx S2 SABCD -10"},  // letter case counts
-      {"S2", "S2 SABCD -10"},
-      {"SABCDEF", "-7"},  // keys have five characters
-      {"S12", "-7"},
-  };
-  for (const auto& [search, keys] : cases) EXPECT_EQ(file.Keys(search), keys) << search;
-  EXPECT_EQ(file.Next(), "-7");
+  const std::string file =
+      "# keys\n" + Line("A1") + Line("S1") + "\n" + Line("sx") + Line("S2") + Line("SABCDEF");
+  EXPECT_EQ(Walk(file, ""), "A1 S1 sx S2 SABCD -10 -10");
+  EXPECT_EQ(Walk(file, "S"), "S1 sx S2 SABCD -10 -10");
+  EXPECT_EQ(Walk(file, "s"), "sx S2 SABCD -10 -10");  // letter case counts
+  EXPECT_EQ(Walk(file, "SABCDEF"), "-7 -7");          // keys have five characters
+  EXPECT_EQ(Walk(file, "S12"), "-7 -7");
 }
 
 TEST(RecordFile, HasFourHandles) {

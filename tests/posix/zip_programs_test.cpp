@@ -1,7 +1,6 @@
 // Archives of other programs, and what only the files of a POSIX system can show.
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <chrono>
@@ -100,13 +99,7 @@ TEST(ZipFiles, TakeNamesAsTheyAreSpelled) {
       hvtest::Explode(BuildZip({Stored("a.h", "1"), Stored("A.H", "2"), Stored(odd, "3"),
                                 Stored("c\x16:/x", "4"), Stored("...", "5")})
                           .bytes);
-  EXPECT_EQ(run.code, HV_OK);
-  EXPECT_EQ(run.tree, (Tree{{"a.h", "1"},
-                            {"A.H", "2"},
-                            {"\x01\x16:\xE4 .", "3"},
-                            {"c:/", ""},
-                            {"c:/x", "4"},
-                            {"...", "5"}}));
+  EXPECT_EQ(Show(run), "0 \x01\x16:\xE4 .=3 ...=5 A.H=2 a.h=1 c:/ c:/x=4");
 }
 
 TEST(ZipFiles, APipeInTheWayIsNotWaitedFor) {
@@ -134,17 +127,8 @@ TEST(ZipFiles, AFullDiskEndsTheRun) {
   EXPECT_FALSE(fs::exists("last"));
 }
 
-TEST(ZipFiles, AnArchiveThatCannotBeOpenedSaysSo) {
-  const TestFolder folder;
-  const ScopedCurrentFolder inside(folder.Path());
-  folder.Add("a.zip", BuildZip({Stored("m", "1")}).bytes);
-  rlimit before;
-  getrlimit(RLIMIT_NOFILE, &before);
-  const rlimit none = {0, before.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &none);
-  const uint32_t code = HvZipExplode("a.zip", nullptr, nullptr);
-  setrlimit(RLIMIT_NOFILE, &before);
-  EXPECT_EQ(code, HV_CANNOT_OPEN);
+TEST(ZipFiles, AnArchiveWithoutASizeCannotBeOpened) {
+  EXPECT_EQ(HvZipExplode("/proc/self/mem", nullptr, nullptr), HV_CANNOT_OPEN);
 }
 
 }  // namespace
