@@ -222,13 +222,6 @@ TEST(Replies, TakeNull) {
   HvFreeJobAccount(nullptr);
 }
 
-TEST(Replies, ShorterThanTheirLeadingWordsAreEmpty) {
-  for (const std::string& reply : {"\x00\x00"s, "\x00\x01P"s, "\x00\x02PP"s, "\x00\x03PPP"s}) {
-    EXPECT_EQ(Describe(ParseOptions(reply)), "");
-    EXPECT_EQ(JobBlock(ParseAlert(reply)), "NULL");
-  }
-}
-
 // The biggest replies that there are, made to take long or to ask for much.
 TEST(Replies, OfFullSizeAreRead) {
   constexpr std::size_t Most = 65000;

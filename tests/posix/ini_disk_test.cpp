@@ -92,17 +92,4 @@ TEST(IniDisk, KeepsAReplacedFilesLinkAndRights) {
   EXPECT_EQ(ReadFile(path), "; old\r\n[s]\r\nk=v\r\ngrown=g\r\n");
 }
 
-TEST(IniDisk, TakesTheLongestPath) {
-  const TestFolder folder;
-  folder.Add("x.ini", OldBytes);
-  std::string path = folder.Path().string() + "/x.ini";
-  path.insert(path.rfind('/'), HV_MAX_PATH - path.size(), '/');
-  HvIniHandle* const ini = HvIniOpen(path.c_str());
-  ASSERT_NE(ini, nullptr);
-  EXPECT_EQ(ini->path, path);
-  HvIniWrite(ini, "s", "k", "w");
-  EXPECT_EQ(HvIniClose(ini), 1U);
-  EXPECT_EQ(ReadFile(path), "[s]\r\nk=w\r\n");
-}
-
 }  // namespace
