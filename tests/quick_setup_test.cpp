@@ -14,10 +14,8 @@
 
 namespace {
 
-using hvtest::OpenIni;
-using hvtest::QuickSetupFile;
-using hvtest::TestFolder;
-using hvtest::WithChecksum;
+using namespace hvtest;
+using QuickSetupFile;
 using namespace std::string_literals;
 
 constexpr uint32_t FileType = 3;
@@ -45,7 +43,7 @@ uint32_t OpenCode(const std::string& bytes) {
 }
 
 TEST(QuickSetup, ChecksTheHeaderInOrder) {
-  const std::size_t handles = hvtest::OpenHandleCount();
+  const std::size_t handles = OpenHandleCount();
   const std::pair<QuickSetupFile, uint32_t> cases[] = {
       {Sample(), 0},         {Sample(1, 1, 4, "XX", 4), 44},
       {Sample(2, 0), 29},    {Sample(1, 1, 4, "SQ"), 29},
@@ -65,7 +63,7 @@ TEST(QuickSetup, ChecksTheHeaderInOrder) {
   EXPECT_EQ(OpenCode(changed), 43U);
   EXPECT_EQ(OpenCode(WithChecksum(Sample().Bytes().substr(0, 74))), 0U);
   EXPECT_EQ(OpenCode(WithChecksum(Sample().Bytes().substr(0, 73))), 3U);
-  EXPECT_EQ(hvtest::OpenHandleCount(), handles);
+  EXPECT_EQ(OpenHandleCount(), handles);
 }
 
 TEST(QuickSetup, ChecksItsArguments) {
@@ -108,8 +106,7 @@ std::string Read(HvQsfHandle* handle, uint32_t block, std::size_t size = 0) {
 }
 
 // A file of which the offset of a block is not the true one.
-QuickSetupFile Placed(uint8_t minor, hvtest::QuickSetupBlock QuickSetupFile::*block,
-                      uint32_t offset) {
+QuickSetupFile Placed(uint8_t minor, QuickSetupBlock QuickSetupFile::*block, uint32_t offset) {
   QuickSetupFile file = Sample(1, minor);
   (file.*block).offset = offset;
   return file;

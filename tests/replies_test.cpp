@@ -17,7 +17,6 @@ using namespace std::string_literals;
 
 TEST(OptionInfo, ReadsEveryLayout) {
   const ReplyLayout layouts[] = {
-      {},
       {{{"DT", 2}, {"ID", 4}}, {{"LD", 4}, {"NE", 4}}, {{"LD", 2}, {"DA", 9}}},
       {{{"SE", 1}, {"ID", 2}, {"VN", 3}, {"DT", 1}, {"BF", 5}},
        {{"ID", 1}, {"NE", 1}, {"DT", 2}, {"LD", 2}, {"DD", 1}},

@@ -16,12 +16,8 @@
 
 namespace {
 
-using hvtest::BuildZip;
-using hvtest::Packed;
-using hvtest::ProgramRun;
-using hvtest::Show;
-using hvtest::Stored;
-using hvtest::ZipArchive;
+using namespace hvtest;
+using Packed;
 using Words = std::vector<std::string>;
 
 // hvapi unzip in a folder of its own.
@@ -29,17 +25,17 @@ class UnzipCommand : public testing::Test {
  protected:
   static ProgramRun Unzip(Words words) {
     words.insert(words.begin(), "unzip");
-    return hvtest::RunProgram(TEST_BINARY_FOLDER "/hvapi", words);
+    return RunProgram(TEST_BINARY_FOLDER "/hvapi", words);
   }
 
-  const hvtest::TestFolder folder_;
-  const hvtest::ScopedCurrentFolder inside_{folder_.Path()};
+  const TestFolder folder_;
+  const ScopedCurrentFolder inside_{folder_.Path()};
 };
 
 TEST_F(UnzipCommand, ExtractsBelowTheDirectoryThatIsNamed) {
   const std::string text(3000, 'x');
   folder_.Add("fonts.zip", BuildZip({Stored("../read.me", "fonts"),
-                                     Packed("big.pfb", text, 8, hvtest::DeflateFixed(text)),
+                                     Packed("big.pfb", text, 8, DeflateDynamic(text)),
                                      Stored("sub/tim.PFB", "tim")})
                                .bytes);
   // The options and the folder that they name, what is there then, and what is said.
@@ -58,11 +54,11 @@ TEST_F(UnzipCommand, ExtractsBelowTheDirectoryThatIsNamed) {
     EXPECT_EQ(run.status, 0) << to;
     EXPECT_EQ(run.output, "") << to;
     EXPECT_EQ(run.errors, errors) << to;
-    EXPECT_EQ(Show(hvtest::ReadTree(to)), tree);
+    EXPECT_EQ(Show(ReadTree(to)), tree);
   }
   EXPECT_EQ(folder_.Names(), (Words{"fonts.zip", "on", "one", "two"}));
   EXPECT_EQ(Unzip({"fonts", "*read*"}).status, 0);
-  EXPECT_EQ(hvtest::ReadFile("read.me"), "fonts");
+  EXPECT_EQ(ReadFile("read.me"), "fonts");
 }
 
 TEST_F(UnzipCommand, TellsWhatFailedAndWhatWasSkipped) {
@@ -84,7 +80,7 @@ TEST_F(UnzipCommand, TellsWhatFailedAndWhatWasSkipped) {
     folder_.Add("a.zip", zip.bytes);
     const ProgramRun run = Unzip({"a.zip", "--to", "out"});
     EXPECT_EQ(run.errors, errors);
-    EXPECT_EQ(std::to_string(run.status) + " " + Show(hvtest::ReadTree("out")), shown) << errors;
+    EXPECT_EQ(std::to_string(run.status) + " " + Show(ReadTree("out")), shown) << errors;
     std::filesystem::remove_all("out");
   }
 }

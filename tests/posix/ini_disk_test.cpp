@@ -14,9 +14,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::FileSizeLimit;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
+using ReadFile;
 
 // A file in a folder that takes no new ones, for a user who is bound by that.
 class LockedFolder {

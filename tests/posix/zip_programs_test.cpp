@@ -14,11 +14,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::BuildZip;
-using hvtest::ScopedCurrentFolder;
-using hvtest::Stored;
-using hvtest::TestFolder;
-using hvtest::Tree;
+using namespace hvtest;
+using ScopedCurrentFolder;
 
 bool Succeeds(const std::string& command) {
   return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
@@ -58,8 +55,8 @@ TEST_P(ZipPrograms, TreesComeBackByteForByte) {
   }
   const ScopedCurrentFolder inside(out);
   ASSERT_EQ(HvZipExplode("../archive", nullptr, nullptr), HV_OK);
-  const Tree expected = hvtest::ReadTree(source);
-  EXPECT_TRUE(hvtest::ReadTree(out) == expected);
+  const Tree expected = ReadTree(source);
+  EXPECT_TRUE(ReadTree(out) == expected);
   for (const auto& [name, bytes] : expected) {
     if (name.back() == '/') continue;
     EXPECT_EQ(fs::last_write_time(out / name), fs::last_write_time(source / name)) << name;
@@ -83,20 +80,20 @@ TEST(ZipFiles, LinksAreNotFollowed) {
   fs::create_symlink("../outside", "file");
   fs::create_symlink("../nowhere", "dangling");
   EXPECT_EQ(HvZipExplode(archive.c_str(), nullptr, nullptr), HV_SHARING_VIOLATION);
-  EXPECT_EQ(hvtest::ReadFile("../outside"), "not touched");
+  EXPECT_EQ(ReadFile("../outside"), "not touched");
   EXPECT_TRUE(fs::is_empty("../elsewhere"));
   EXPECT_FALSE(fs::exists("../nowhere"));
   // A link in the place of a file is replaced as a file would be.
   for (const char* const name : {"file", "dangling"}) {
     EXPECT_FALSE(fs::is_symlink(name));
-    EXPECT_EQ(hvtest::ReadFile(name), "new");
+    EXPECT_EQ(ReadFile(name), "new");
   }
 }
 
 TEST(ZipFiles, TakeNamesAsTheyAreSpelled) {
   const std::string zip =
       BuildZip({Stored("\x16\x01\x16\x16\x16:\xE4 .", "1"), Stored("A\x16:/...", "2")}).bytes;
-  EXPECT_EQ(Show(hvtest::Explode(zip)), "0 \x01\x16:\xE4 .=1 A:/ A:/...=2");
+  EXPECT_EQ(Show(Explode(zip)), "0 \x01\x16:\xE4 .=1 A:/ A:/...=2");
 }
 
 TEST(ZipFiles, APipeInTheWayIsNotWaitedFor) {
@@ -115,12 +112,12 @@ TEST(ZipFiles, AFullDiskEndsTheRun) {
              BuildZip({Stored("first", "1"), Stored("large", large), Stored("last", "2")}).bytes);
   uint32_t code = 0;
   {
-    const hvtest::FileSizeLimit full(50000);
+    const FileSizeLimit full(50000);
     code = HvZipExplode("a", nullptr, nullptr);
   }
   EXPECT_EQ(code, HV_DISK_FULL);
-  EXPECT_EQ(hvtest::ReadFile("first"), "1");
-  EXPECT_EQ(hvtest::ReadFile("large"), large.substr(0, 50000));
+  EXPECT_EQ(ReadFile("first"), "1");
+  EXPECT_EQ(ReadFile("large"), large.substr(0, 50000));
   EXPECT_FALSE(fs::exists("last"));
 }
 

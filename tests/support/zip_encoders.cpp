@@ -247,12 +247,6 @@ std::string Implode(std::string_view content, bool largeWindow, bool literalTree
   return writer.Bytes();
 }
 
-std::string DeflateStored(std::string_view content) {
-  return Deflate(content, Z_NO_COMPRESSION, Z_DEFAULT_STRATEGY);
-}
-std::string DeflateFixed(std::string_view content) {
-  return Deflate(content, Z_BEST_COMPRESSION, Z_FIXED);
-}
 std::string DeflateDynamic(std::string_view content) {
   return Deflate(content, Z_BEST_COMPRESSION, Z_DEFAULT_STRATEGY);
 }
@@ -279,8 +273,8 @@ const Packing Packings[14] = {
     {"imploded 8K", 6, 2, [](std::string_view c) { return Implode(c, true, false); }},
     {"imploded 4K trees", 6, 4, [](std::string_view c) { return Implode(c, false, true); }},
     {"imploded 8K trees", 6, 6, [](std::string_view c) { return Implode(c, true, true); }},
-    {"deflated stored", 8, 0, DeflateStored},
-    {"deflated fixed", 8, 0, DeflateFixed},
+    {"deflated stored", 8, 0, [](std::string_view c) { return Deflate(c, 0, 0); }},
+    {"deflated fixed", 8, 0, [](std::string_view c) { return Deflate(c, 9, Z_FIXED); }},
     {"deflated dynamic", 8, 0, DeflateDynamic},
     {"deflated, sizes behind", 8, 8, DeflateDynamic},
 };

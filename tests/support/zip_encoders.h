@@ -32,8 +32,6 @@ class BitWriter {
 std::string Shrink(std::string_view content);
 std::string Reduce(std::string_view content, unsigned factor);  // 1 to 4
 std::string Implode(std::string_view content, bool largeWindow, bool literalTree);
-std::string DeflateStored(std::string_view content);
-std::string DeflateFixed(std::string_view content);
 std::string DeflateDynamic(std::string_view content);
 
 // Lines that are alike, and as many letters without order as make deflate send codes of its own.
