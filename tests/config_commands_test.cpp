@@ -54,7 +54,6 @@ TEST_F(ConfigCommands, ReadIniFiles) {
       "p.ini",
       "; head\n[Tray1]\nPaperSize=A4\nType=Plain\nType=Bond\nloose\n\n[Tray2]\nSize=Letter\n");
   Check({
-      {"ini get p.ini tray1 papersize", "A4\n"},
       {"ini get p.ini Tray2 Size --json",
        R"({"file":"p.ini","section":"Tray2","key":"Size","value":"Letter"})"},
       {"ini get p.ini tray1 x", "", 41, R"(the section "tray1" has no key "x" (code 41))"},

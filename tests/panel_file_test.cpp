@@ -157,10 +157,14 @@ TEST(PanelControls, HaveEditLengths) {
 TEST(PanelControls, HaveSpinLimits) {
   // expected: minimum, maximum, step
   const std::pair<const char*, std::vector<int32_t>> cases[] = {
-      {"10;200;5", {10, 200, 5}}, {"-1;5;7", {-1, 0, 5}},
-      {"-1", {-1, 0, 0}},         {" 3 ; 4 ; 5 ;6", {3, 4, 5}},
-      {"3;9", {3, 9, 0}},         {";", {0, 0, 0}},
-      {"", {0, 0, 77}},           {"-99999999999;99999999999;+1", {INT32_MIN, INT32_MAX, 1}},
+      {"10;200;5", {10, 200, 5}},
+      {"-1;5;7", {-1, 0, 5}},
+      {"-1", {-1, 0, 0}},
+      {" 3 ; 4 ; 5 ;6", {3, 4, 5}},
+      {"3;9", {3, 9, 0}},
+      {";", {0, 0, 0}},
+      {"", {0, 0, 77}},
+      {"-9999999999;99999999999999999999;+1", {INT32_MIN, INT32_MAX, 1}},
   };
   for (const auto& [value, expected] : cases) {
     const Panel panel(std::string("[Spin Limits]\n418=") + value + "\n");

@@ -15,7 +15,6 @@
 namespace {
 
 using namespace hvtest;
-using QuickSetupFile;
 using namespace std::string_literals;
 
 constexpr uint32_t FileType = 3;
@@ -106,8 +105,9 @@ std::string Read(HvQsfHandle* handle, uint32_t block, std::size_t size = 0) {
 }
 
 // A file of which the offset of a block is not the true one.
-QuickSetupFile Placed(uint8_t minor, QuickSetupBlock QuickSetupFile::*block, uint32_t offset) {
-  QuickSetupFile file = Sample(1, minor);
+QuickSetupFile Placed(uint8_t major, uint8_t minor, QuickSetupBlock QuickSetupFile::*block,
+                      uint32_t offset) {
+  QuickSetupFile file = Sample(major, minor);
   (file.*block).offset = offset;
   return file;
 }
@@ -116,28 +116,30 @@ TEST(QuickSetup, ReadsBlocksByVersion) {
   const std::string all = "first blocksecondthe fifth one";
   QuickSetupFile empty = Sample();
   empty.block2.data = empty.block5.data = "";
-  QuickSetupFile none = Placed(1, &QuickSetupFile::block5, 0xFFFFFFFF);
+  QuickSetupFile none = Placed(1, 1, &QuickSetupFile::block5, 0xFFFFFFFF);
   none.block5.count = 0;
   const std::tuple<QuickSetupFile, uint32_t, std::string> cases[] = {
       {Sample(1, 1), 1, "0 4:\x0B\0\0\0\0\x04"s + "first block"},
       {Sample(1, 1), 2, "0 258:\x06\0\0\0\x01\x02"s + "second"},
       {Sample(1, 1), 5, "0 7:\x0D\0\0\0\0\x07"s + "the fifth one"},
       {Sample(1, 0), 1, "0 4:first block"},
-      {Sample(1, 0), 2, "0 258:secondthe fifth one"},
       {Sample(1, 0), 5, "0 7:the fifth one"},
-      {Sample(0, 0), 2, "0 258:second"},
+      // Block 2 ends with the file in version 1.0 alone, wherever block 5 lies.
+      {Placed(1, 0, &QuickSetupFile::block5, 80), 2, "0 258:secondthe fifth one"},
+      {Placed(0, 0, &QuickSetupFile::block5, 80), 2, "27 0"},
+      {Placed(0, 1, &QuickSetupFile::block5, 80), 2, "27 0"},
       {Sample(0, 1), 2, "0 258:second"},
       // Entries without bytes; no entries, wherever they would be.
       {empty, 2, "0 258:\0\0\0\0\x01\x02"s},
       {empty, 5, "0 7:\0\0\0\0\0\x07"s},
       {none, 5, "0 0"},
       // Without a place of block 2 block 1 goes on to the end; other blocks do not.
-      {Placed(1, &QuickSetupFile::block2, 0), 1, "0 4:\x1E\0\0\0\0\x04"s + all},
-      {Placed(0, &QuickSetupFile::block2, 0), 1, "0 4:" + all},
-      {Placed(1, &QuickSetupFile::block5, 0), 2, "27 0"},
-      {Placed(1, &QuickSetupFile::block5, 105), 5, "27 0"},  // behind the end
-      {Placed(1, &QuickSetupFile::block2, 105), 1, "27 0"},  // ending there
-      {Placed(1, &QuickSetupFile::block2, 73), 1, "27 0"},   // backward
+      {Placed(1, 1, &QuickSetupFile::block2, 0), 1, "0 4:\x1E\0\0\0\0\x04"s + all},
+      {Placed(1, 0, &QuickSetupFile::block2, 0), 1, "0 4:" + all},
+      {Placed(1, 1, &QuickSetupFile::block5, 0), 2, "27 0"},
+      {Placed(1, 1, &QuickSetupFile::block5, 105), 5, "27 0"},  // behind the end
+      {Placed(1, 1, &QuickSetupFile::block2, 105), 1, "27 0"},  // ending there
+      {Placed(1, 1, &QuickSetupFile::block2, 73), 1, "27 0"},   // backward
   };
   const TestFolder folder;
   HvQsfHandle* handle = nullptr;

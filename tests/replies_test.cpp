@@ -157,6 +157,8 @@ TEST(OptionInfo, StopsAtWhatLeadsOutOfTheReply) {
       {Lists({Groups({Container(2, {WithCount(Values({"\1", "\2"}), 0x3FFFFFFF)})})}, words),
        " NULL/NULL[1 2]"},
       {Lists({WithCount(Groups({}), 0x10000001)}, words), ""},  // would wrap an array's size
+      {Reply(LayoutText({}), ReplyBody({}, {Container(1, {WithCount(Entries({one}), 2)})}) + "x"),
+       "(1 0 NULL)"},  // half a prefix is no child
   });
 }
 

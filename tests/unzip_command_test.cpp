@@ -17,7 +17,6 @@
 namespace {
 
 using namespace hvtest;
-using Packed;
 using Words = std::vector<std::string>;
 
 // hvapi unzip in a folder of its own.

@@ -15,7 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace hvtest;
-using ReadFile;
 
 // A file in a folder that takes no new ones, for a user who is bound by that.
 class LockedFolder {

@@ -15,7 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace hvtest;
-using ScopedCurrentFolder;
 
 bool Succeeds(const std::string& command) {
   return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
