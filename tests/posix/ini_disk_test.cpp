@@ -90,4 +90,15 @@ TEST(IniDisk, KeepsAReplacedFilesLinkAndRights) {
   EXPECT_EQ(ReadFile(path), "; old\r\n[s]\r\nk=v\r\ngrown=g\r\n");
 }
 
+TEST(IniDisk, TakesTheLongestPath) {
+  const TestFolder folder;
+  std::string path = folder.Add("x.ini", OldBytes);
+  path.insert(path.rfind('/'), HV_MAX_PATH - path.size(), '/');
+  HvIniHandle* const ini = HvIniOpen(path.c_str());
+  ASSERT_NE(ini, nullptr);
+  EXPECT_EQ(ini->path, path);
+  EXPECT_EQ(HvIniClose(ini), 1U);
+  EXPECT_EQ(HvIniOpen(path.insert(path.rfind('/'), "/").c_str()), nullptr);
+}
+
 }  // namespace
