@@ -157,8 +157,6 @@ TEST_F(ConfigCommands, ShowQuickSetups) {
        R"(no list of order variables for setup 5 in "s.ini": there is no such section (code 45))"},
       {"setup show damaged.qsf", "", 43,
        R"(cannot open "damaged.qsf": the checksum of the file does not match (code 43))"},
-      {"setup show q.qsf --type 4", "", 44,
-       R"(cannot open "q.qsf": the model is unknown, or the file is of another kind (code 44))"},
   });
   const ProgramRun shown =
       hvtest::RunProgram(TEST_BINARY_FOLDER "/hvapi", {"setup", "show", "q.qsf"});

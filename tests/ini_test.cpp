@@ -196,9 +196,8 @@ TEST_F(IniEdit, LeavesTheseLines) {
       // A missing section comes behind an empty line, of which one is enough.
       {"x|", {Write("s", "k", "v"), Write("t", "k", "v")}, "x||[s]|k=v||[t]|k=v|"},
       // The same value once, also where it lies behind the first block.
-      {"[s]|", {WriteAll("s", "k", "v"), WriteAll("s", "K", "V")}, "[s]|k=v|"},
       {"[s]|", {WriteAll("s", "k", "v"), WriteAll("s", "k", "w")}, "[s]|k=v|k=w|"},
-      {"[s]|a=1||k=v|", {WriteAll("s", "k", "v")}, "[s]|a=1||k=v|"},
+      {"[s]|a=1||k=v|", {WriteAll("S", "K", "V")}, "[s]|a=1||k=v|"},
       // A header alone; its lines then belong to the section before it.
       {"[a]|x=1|[b]|y=2|", {Delete("B", nullptr), Write("a", "y", "3")}, "[a]|x=1|y=3|"},
       // Lines by what stands before their first '=', and between that and the next one.
@@ -289,10 +288,8 @@ TEST_F(IniClose, MakesAFileThatIsGoneAndSaysWhenItCannot) {
 
   ini = HvIniOpen(path.c_str());
   HvIniWrite(ini, "s", "k", "w");
-  HvIniHandle* const unchanged = HvIniOpen(path.c_str());
   std::filesystem::remove_all(folder_ / "sub");
   EXPECT_EQ(HvIniClose(ini), 0U);
-  EXPECT_EQ(HvIniClose(unchanged), 1U);
   EXPECT_EQ(folder_.Names(), Lines{});
 }
 

@@ -5,7 +5,6 @@
 #include <string>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 #include "hvapi.h"
 #include "support/ini_handle.h"

@@ -95,7 +95,6 @@ TEST(OptionInfo, ReadsGroups) {
       {GroupOf({Integer(1, "ab"), Integer(2, "")}), " \"ab\"/NULL[]"},
       {GroupOf({Text(1, "one"), Text(2, "two"), Text(1, ""), Text(2, "three")}),
        " NULL/\"three\"[]"},
-      {GroupOf({Values({"\1", "\2"}), Values({"\3"})}), " NULL/NULL[3]"},
       {GroupOf({Values({"\1", "\2"}), Values({})}), " NULL/NULL[]"},
       // Values that are no container, and values of other shapes.
       {GroupOf({Values({"\1"}), Integer(3, "\2"), Text(3, "\3"), Other(3, 4), Text(1, "n")}),
