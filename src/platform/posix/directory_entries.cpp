@@ -12,13 +12,17 @@
 namespace hv::platform {
 namespace {
 
+enum class Kinds { FilesAndDirectories, All };
+
 // Adds the entry `name` of a directory, unless it went away or leads nowhere. In names of this
 // system "/" alone separates.
-void AddEntry(int directory, const char* name, std::vector<DirectoryEntry>* entries) {
+void AddEntry(int directory, const char* name, Kinds kinds, std::vector<DirectoryEntry>* entries) {
   struct stat link;
   if (fstatat(directory, name, &link, AT_SYMLINK_NOFOLLOW) != 0) return;
   struct stat status = link;
   if (S_ISLNK(link.st_mode) && fstatat(directory, name, &status, 0) != 0) return;
+  const bool isListed = S_ISREG(status.st_mode) || S_ISDIR(status.st_mode);
+  if (!isListed && kinds == Kinds::FilesAndDirectories) return;
   DirectoryEntry entry;
   entry.name = std::string_view(name).substr(std::string_view(name).rfind('/') + 1);
   entry.isDirectory = S_ISDIR(status.st_mode);
@@ -31,7 +35,7 @@ void AddEntry(int directory, const char* name, std::vector<DirectoryEntry>* entr
 
 std::vector<DirectoryEntry> EntryNamed(const char* path) {
   std::vector<DirectoryEntry> entries;
-  AddEntry(AT_FDCWD, SystemName(path).c_str(), &entries);
+  AddEntry(AT_FDCWD, SystemName(path).c_str(), Kinds::All, &entries);
   return entries;
 }
 
@@ -46,7 +50,7 @@ std::vector<DirectoryEntry> MatchingEntries(const std::string& folder,
     if (name == "." || name == ".." || !MatchesWildcard(name, namePattern)) continue;
     // Given back as a part of a path it would be another name.
     if (name.find('\\') != std::string_view::npos) continue;
-    AddEntry(dirfd(open.get()), found->d_name, &entries);
+    AddEntry(dirfd(open.get()), found->d_name, Kinds::FilesAndDirectories, &entries);
   }
   return entries;
 }
