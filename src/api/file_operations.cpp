@@ -61,7 +61,7 @@ struct LowFileCloser {
 uint32_t RewriteLines(platform::Stream* source, platform::Stream* target, uintptr_t argument,
                       HvLineCallback lineCallback) {
   const auto line = std::make_unique<char[]>(LineBufferSize);
-  while (source->ReadLine(line.get(), LineBufferSize)) {
+  while (source->ReadLine(line.get(), LineBufferSize) > 0) {
     lineCallback(line.get(), argument);
     const std::string_view text = FixedText(line.get(), LineBufferSize);
     if (target->Write(text.data(), text.size()) != text.size()) return HV_WRITE_FAILED;

@@ -35,7 +35,7 @@ const char* PatternOf(uint32_t fileKind) {
 // is longer than the buffer its beginning counts.
 std::string_view ReadDescription(const char* path, LineBuffer* line) {
   const std::unique_ptr<platform::Stream> file = platform::OpenStream(path, "r");
-  if (file == nullptr || !file->ReadLine(line->data(), line->size())) return {};
+  if (file == nullptr || file->ReadLine(line->data(), line->size()) == 0) return {};
   std::string_view text = FixedText(line->data(), line->size());
   text = text.substr(0, text.find('\n'));
   const std::size_t mark = text.find(DescriptionMark);

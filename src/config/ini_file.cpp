@@ -47,7 +47,8 @@ bool IsDroppedInReadMode(std::string_view line) {
 
 bool ReadLines(platform::Stream* stream, IniFile* file) {
   std::array<char, ReadBufferSize> line;
-  while (stream->ReadLine(line.data(), line.size())) {
+  while (const std::size_t length = stream->ReadLine(line.data(), line.size())) {
+    if (std::strlen(line.data()) < length) file->isCut = true;
     const std::string_view text(line.data(), NormaliseLine(line.data()));
     if ((file->flags & INI_READ_MODE) != 0 && IsDroppedInReadMode(text)) continue;
     if (IniAddLine(file, file->last, text) == 0) return false;
@@ -126,7 +127,7 @@ HvIniHandle* IniOpen(const char* path, uint32_t mode) {
 
 bool IniClose(HvIniHandle* handle) {
   const OwnedIniFile file(FileOf(handle));
-  return (file->flags & INI_DIRTY) == 0 || Rewrite(*file);
+  return (file->flags & INI_DIRTY) == 0 || (!file->isCut && Rewrite(*file));
 }
 
 uint32_t IniAddLine(HvIniHandle* handle, HvIniLine* after, std::string_view text) {

@@ -32,13 +32,15 @@ struct IniFile : HvIniHandle {
   uint64_t layout = 1;
   LineIndex headers;
   bool headersAreIndexed = false;
+  // The file holds NUL bytes, as one of 16-bit characters does: each ended the text of its line.
+  bool isCut = false;
 };
 
 // Opens and reads a file; NULL when that fails.
 HvIniHandle* IniOpen(const char* path, uint32_t mode);
 
-// Rewrites a changed file; the handle is released in any case. False when it cannot be rewritten:
-// the file has its old bytes then.
+// Rewrites a changed file; the handle is released in any case. False when it cannot be rewritten, or
+// would lose what stands behind NUL bytes: the file has its old bytes then.
 bool IniClose(HvIniHandle* handle);
 
 // Notes that a line of `length` characters is there.

@@ -49,7 +49,7 @@ std::string InfMenuName(platform::Stream* file) {
   std::string name;
   std::string_view suffix;
   char buffer[InfLineBuffer];
-  while (file->ReadLine(buffer, sizeof buffer)) {
+  while (file->ReadLine(buffer, sizeof buffer) > 0) {
     const std::string_view line(buffer);
     const std::string_view value = BehindParenthesis(line);
     if (StartsWith(line, MenuNameKey)) {

@@ -66,7 +66,7 @@ uint32_t DescribeType1(const FontFile& file, std::string_view fontName, uint32_t
 
 std::string PsFontNameFromPfa(platform::Stream* file) {
   char line[PfaLineBuffer];
-  while (file->ReadLine(line, sizeof line)) {
+  while (file->ReadLine(line, sizeof line) > 0) {
     const std::string_view text(line);
     if (StartsWith(text, PfaNameKey)) return std::string(UpToBlank(text.substr(PfaNameKey.size())));
   }

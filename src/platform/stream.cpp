@@ -124,7 +124,7 @@ class TextStream final : public Stream {
 
 }  // namespace
 
-bool Stream::ReadLine(char* buffer, std::size_t size) {
+std::size_t Stream::ReadLine(char* buffer, std::size_t size) {
   std::size_t length = 0;
   while (length + 1 < size) {
     const int byte = ReadByte();
@@ -133,9 +133,9 @@ bool Stream::ReadLine(char* buffer, std::size_t size) {
     if (byte == '\n') break;
   }
   // After a failed read the piece read so far is not a line.
-  if (length == 0 || HasError()) return false;
+  if (length == 0 || HasError()) return 0;
   buffer[length] = '\0';
-  return true;
+  return length;
 }
 
 std::unique_ptr<Stream> OpenStream(const char* path, const char* mode) {

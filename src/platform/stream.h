@@ -6,7 +6,7 @@
 //
 //   function             at the end or on failure
 //   Read, Write          fewer bytes than asked; AtEnd() or HasError() says why
-//   ReadLine             false; AtEnd() or HasError() says why
+//   ReadLine             0; AtEnd() or HasError() says why
 //   ReadByte             -1
 //   Seek, Flush, Close   false
 #pragma once
@@ -30,8 +30,9 @@ class Stream {
   virtual int ReadByte() = 0;
 
   // Reads up to `size` - 1 bytes, to the first line feed at most and that included, and ends them
-  // with NUL. False when there was nothing to read, with the buffer untouched, and after an error.
-  bool ReadLine(char* buffer, std::size_t size);
+  // with NUL. Gives their number: 0 when there was nothing to read, with the buffer untouched, and
+  // after an error.
+  std::size_t ReadLine(char* buffer, std::size_t size);
 
   // Bytes are counted before line ends become CR LF. What was counted may still wait in a buffer.
   virtual std::size_t Write(const void* bytes, std::size_t count) = 0;

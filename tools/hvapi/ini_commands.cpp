@@ -20,7 +20,8 @@ constexpr const char* IniManual =
     "\n"
     "An edit reads the whole file and writes it back with comments and empty lines where they "
     "were; lines end with CR LF then, and blanks before the first \"=\" and at the end of lines "
-    "are gone. The old file stays when the new one cannot be written.\n"
+    "are gone. The old file stays when the new one cannot be written, and when it holds NUL bytes, "
+    "as a file of 16-bit characters does.\n"
     "\n"
     "    hvapi ini set printer.ini Tray1 PaperSize A4\n"
     "    hvapi ini get printer.ini tray1 papersize";
