@@ -9,6 +9,7 @@
 #include "support/font_files.h"
 #include "support/metrics_files.h"
 #include "support/pclxl_jobs.h"
+#include "support/quick_setup_builder.h"
 #include "support/reply_builder.h"
 #include "support/tagged_files.h"
 #include "support/zip_builder.h"
@@ -51,6 +52,28 @@ void AddReplySeeds(std::vector<Seed>& seeds) {
                                     Container(2, {Text(6, "printer"), Integer(7, "\x02")})});
   seeds.push_back({"replies", "options", hvtest::Reply({options}).substr(2)});
   seeds.push_back({"replies", "alert", hvtest::Reply({Container(1, {device, job})}).substr(2)});
+}
+
+// A file of each kind of configuration.
+void AddConfigurationSeeds(std::vector<Seed>& seeds) {
+  const std::string rest = "\",\"Set size\",\"PCL\",\"1B45\",\"%d\",-1,2.5e1,0.5,\"D\"\n";
+  hvtest::QuickSetupFile setup;
+  setup.block1 = {"first block", 4, {}};
+  setup.block2 = {"second", 2, {}};
+  setup.block5 = {"the fifth one", 7, {}};
+  seeds.push_back({"quick_setup", "1.1", setup.Bytes()});
+  setup.minor = 0;
+  seeds.push_back({"quick_setup", "1.0", setup.Bytes()});
+  seeds.push_back({"ini", "sections", "; c\r\n[s]\r\nk = v\r\n\r\n[t]\r\nk=1\r\nk=2\r\nstray\r\n"});
+  seeds.push_back({"records", "commands", "# records\n\"A1" + rest + "\"AB" + rest + "\"B" + rest});
+  seeds.push_back({"panel", "all",
+                   "[Format]\nStyle=2\n[Combos]\n01a2=10;20;30\n01a2-2=1\n[Edit Lengths]\n0001=40\n"
+                   "[Spin Limits]\n01a2=1;9;2\n[Dialogs]\n1=Paper\n[Paper]\nNumCtrls=2\n"
+                   "Defaults=0010;5;0011;7\nNumOMVAR=2\nOMVAR=1A2B 0003\n"});
+  seeds.push_back({"setup_list", "lists",
+                   "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=3\n"
+                   "[DEFAULTORDER]\nNUMVARS=1\nNUMENTRIES=1\nOMVARS1=FFFF\n"});
+  seeds.push_back({"listing", "described", "x #! Two-sided and stapled\nrest\n"});
 }
 
 // What zip_decoder_fuzz takes a method by.
@@ -131,6 +154,7 @@ int main(int argc, char** argv) {
       {"convert_tfm", "intel", header + hvtest::TaggedFile("II", {hvtest::SampleTaggedFont()})},
       {"convert_tfm", "motorola", header + hvtest::TaggedFile("MM", {hvtest::SampleTaggedFont()})},
   };
+  AddConfigurationSeeds(seeds);
   AddZipSeeds(seeds);
   AddReplySeeds(seeds);
   for (const Seed& seed : seeds) {
