@@ -13,8 +13,7 @@
 
 namespace {
 
-using hvtest::ProgramRun;
-using hvtest::ReadFile;
+using namespace hvtest;
 
 struct Case {
   const char* command;  // words with blanks between them
@@ -31,7 +30,7 @@ class ConfigCommands : public testing::Test {
       std::istringstream command(c.command);
       std::vector<std::string> words;
       for (std::string word; command >> word;) words.push_back(word);
-      const ProgramRun run = hvtest::RunProgram(TEST_BINARY_FOLDER "/hvapi", words);
+      const ProgramRun run = RunProgram(TEST_BINARY_FOLDER "/hvapi", words);
       // A status is a byte on some systems.
       EXPECT_EQ(run.status & 0xFF, c.status & 0xFF) << c.command;
       std::string output = run.output;
@@ -43,8 +42,8 @@ class ConfigCommands : public testing::Test {
     }
   }
 
-  const hvtest::TestFolder folder_;
-  const hvtest::ScopedCurrentFolder inside_{folder_.Path()};
+  const TestFolder folder_;
+  const ScopedCurrentFolder inside_{folder_.Path()};
 };
 
 const std::string Missing = "the file or path does not exist (code 2)";
@@ -146,7 +145,7 @@ TEST_F(ConfigCommands, ShowPanels) {
 TEST_F(ConfigCommands, ShowQuickSetups) {
   folder_.Add("s.ini", "[005REQUIRED]\nNUMVARS=3\nNUMENTRIES=2\nOMVARS1=1A 2b\nOMVARS2=0x3\n");
   const std::string bytes =
-      hvtest::QuickSetupFile{"QS", 3, 1, 0, {"\x01\x02\x03\x04", 2, {}}, {}, {}}.Bytes();
+      QuickSetupFile{"QS", 3, 1, 0, {"\x01\x02\x03\x04", 2, {}}, {}, {}}.Bytes();
   folder_.Add("q.qsf", bytes);
   folder_.Add("damaged.qsf", bytes.substr(0, bytes.size() - 1) + '\x05');
   Check({
@@ -158,8 +157,7 @@ TEST_F(ConfigCommands, ShowQuickSetups) {
       {"setup show damaged.qsf", "", 43,
        R"(cannot open "damaged.qsf": the checksum of the file does not match (code 43))"},
   });
-  const ProgramRun shown =
-      hvtest::RunProgram(TEST_BINARY_FOLDER "/hvapi", {"setup", "show", "q.qsf"});
+  const ProgramRun shown = RunProgram(TEST_BINARY_FOLDER "/hvapi", {"setup", "show", "q.qsf"});
   EXPECT_EQ(shown.output.rfind("type 3, version 1.0, 78 bytes\n", 0), 0U) << shown.output;
   EXPECT_NE(shown.output.find("  01 02 03 04\n"), std::string::npos) << shown.output;
 }

@@ -15,9 +15,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::ReadFile;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
+using namespace hvtest;
 using namespace std::string_literals;
 
 // A name with a drive letter, whatever the system's own names begin with.
@@ -149,8 +147,8 @@ TEST_F(FilBackup, RefusesWhatItCannotBackUp) {
   char backup[260] = "";
   const std::string fits = LongName(folder_, 255);
   const std::string doesNot = LongName(folder_, 256);
-  hvtest::WriteFile(fits, "f");
-  hvtest::WriteFile(doesNot, "d");
+  WriteFile(fits, "f");
+  WriteFile(doesNot, "d");
   EXPECT_EQ(HvFilBackup((folder_ / "none").c_str(), backup), HV_UNUSABLE_FILE);
   EXPECT_EQ(HvFilBackup("", backup), HV_UNUSABLE_FILE);
   EXPECT_EQ(HvFilBackup(nullptr, backup), HV_BAD_ARGUMENT);
@@ -190,9 +188,9 @@ TEST_F(FilModify, RewritesLineByLine) {
     const ScopedVariable tmp("TMP", temporary.Path().string());
     const std::string path = folder_.Add("text", before);
     Editor editor = {makes};
-    const std::size_t handles = hvtest::OpenHandleCount();
+    const std::size_t handles = OpenHandleCount();
     EXPECT_EQ(HvFilModify(path.c_str(), reinterpret_cast<uintptr_t>(&editor), Edit), HV_OK);
-    EXPECT_EQ(hvtest::OpenHandleCount(), handles) << before;
+    EXPECT_EQ(OpenHandleCount(), handles) << before;
     EXPECT_EQ(editor.seen, seen) << before;
     EXPECT_EQ(ReadFile(path), after) << before;
     EXPECT_EQ(temporary.Names(), std::vector<std::string>{}) << before;

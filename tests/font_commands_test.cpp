@@ -12,18 +12,16 @@
 
 namespace {
 
-using hvtest::ProgramRun;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
 using Words = std::vector<std::string>;
 
 ProgramRun Font(Words words) {
   words.insert(words.begin(), "font");
-  return hvtest::RunProgram(TEST_BINARY_FOLDER "/hvapi", words);
+  return RunProgram(TEST_BINARY_FOLDER "/hvapi", words);
 }
 
 std::string SampleFont() {
-  return hvtest::PclFont({}, hvtest::SampleCharacters());
+  return PclFont({}, SampleCharacters());
 }
 
 TEST(FontCommands, TellWhatAFileIs) {
@@ -45,16 +43,15 @@ TEST(FontCommands, TellWhatAFileIs) {
          "proportional       no\n"
          "size               154\n"
          "memory             474\n");
-  expect("type1.pfb", hvtest::Field("/FontName /Times-Roman def\n", 500), 32,
+  expect("type1.pfb", Field("/FontName /Times-Roman def\n", 500), 32,
          "kind               Type 1 font\n"
          "name               Times-Roman\n"
          "standard encoding  yes\n"
          "size               500\n"
          "memory             576\n",
          "metrics");
-  const hvtest::PfmFile bold = {.weight = 700};
-  expect("cartridge.pcm", hvtest::PcmFile("Cartridge Z", {hvtest::PfmFile().Bytes(), bold.Bytes()}),
-         0,
+  const PfmFile bold = {.weight = 700};
+  expect("cartridge.pcm", PcmFile("Cartridge Z", {PfmFile().Bytes(), bold.Bytes()}), 0,
          "kind               PCM cartridge\n"
          "name               Cartridge Z\n"
          "size               696\n"
@@ -89,8 +86,8 @@ TEST(FontCommands, SendAsTheOptionsSay) {
   };
   expect({"--id", "5"}, "\x1B*c5D", "\x1B*c5F");
   expect({"--id", "7", "--pjl", "--target", "flash1"},
-         hvtest::Uel + hvtest::PjlLanguage("PCL") + hvtest::PjlTarget("flash1") + "\x1B*c7D",
-         "\x1B*c5F" + hvtest::PjlTarget("ram") + hvtest::PjlEnd);
+         Uel + PjlLanguage("PCL") + PjlTarget("flash1") + "\x1B*c7D",
+         "\x1B*c5F" + PjlTarget("ram") + PjlEnd);
 }
 
 TEST(FontCommands, DrawTheCharacters) {

@@ -13,16 +13,14 @@
 
 namespace {
 
-using hvtest::FontMetrics;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // The AFM of the bytes, line ends as they are in the file; "code N" when there is none.
 std::string AfmOf(const std::string& pfm) {
-  return hvtest::Converted("font.pfm", pfm, FONT_CONVERT_PFM_TO_AFM, "AFM");
+  return Converted("font.pfm", pfm, FONT_CONVERT_PFM_TO_AFM, "AFM");
 }
 std::string AfmOf(const FontMetrics& font) {
-  return AfmOf(hvtest::PostScriptPfm(font));
+  return AfmOf(PostScriptPfm(font));
 }
 
 // The text of a line that begins so, without its end; empty when there is none.
@@ -140,14 +138,14 @@ TEST(AfmWriter, TellsWeightAndPitch) {
 
 // Puts an offset of four bytes into a file.
 std::string WithOffset(std::string pfm, std::size_t at, std::size_t offset) {
-  return pfm.replace(at, 4, hvtest::Le32(static_cast<uint32_t>(offset)));
+  return pfm.replace(at, 4, Le32(static_cast<uint32_t>(offset)));
 }
 
 TEST(AfmWriter, ReadsTheWholeFileAndNothingBehindIt) {
   FontMetrics font = SymbolFont();
   font.kerning.assign(2000, {'A', 'B', -5});
   font.copyright = std::string(60, 'c');
-  const std::string pfm = hvtest::PostScriptPfm(font);
+  const std::string pfm = PostScriptPfm(font);
   ASSERT_GT(pfm.size(), 8000U);
   const std::string afm = AfmOf(pfm);
   EXPECT_EQ(LineOf(afm, "StartKernPairs"), "StartKernPairs 2000");
@@ -172,9 +170,9 @@ TEST(AfmWriter, ReadsTheWholeFileAndNothingBehindIt) {
 
   // A kerning table without pairs.
   font.kerning.clear();
-  const std::string bare = hvtest::PostScriptPfm(font);
+  const std::string bare = PostScriptPfm(font);
   const std::string empty =
-      AfmOf(WithOffset(WithOffset(bare + hvtest::Le16(0), 2, bare.size() + 2), 131, bare.size()));
+      AfmOf(WithOffset(WithOffset(bare + Le16(0), 2, bare.size() + 2), 131, bare.size()));
   EXPECT_NE(empty.find("StartKernData\r\nStartKernPairs 0\r\nEndKernPairs\r\nEndKernData\r\n"
                        "EndFontMetrics\r\n"),
             std::string::npos);
@@ -182,14 +180,14 @@ TEST(AfmWriter, ReadsTheWholeFileAndNothingBehindIt) {
 
 TEST(AfmWriter, RefusesWhatIsNoPfm) {
   EXPECT_EQ(AfmOf(""), "code 27");
-  const std::string pfm = hvtest::PostScriptPfm(TextFont());
+  const std::string pfm = PostScriptPfm(TextFont());
   EXPECT_EQ(AfmOf(pfm + "x"), "code 27");
   const TestFolder folder;
   const std::string source = folder.Add("font.pfm", pfm);
-  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/font.afm", 3), HV_CANNOT_OPEN);
-  EXPECT_EQ(hvtest::Convert(folder.Path().string(), folder / "x", 3), HV_CANNOT_OPEN);
+  EXPECT_EQ(Convert(source, folder / "nowhere/font.afm", 3), HV_CANNOT_OPEN);
+  EXPECT_EQ(Convert(folder.Path().string(), folder / "x", 3), HV_CANNOT_OPEN);
   // The source itself may be the destination: it was read before.
-  EXPECT_EQ(hvtest::Convert(source, source, 3), HV_OK);
+  EXPECT_EQ(Convert(source, source, 3), HV_OK);
   EXPECT_EQ(ReadFile(source), AfmOf(pfm));
 }
 

@@ -12,10 +12,7 @@
 
 namespace {
 
-using hvtest::Be16;
-using hvtest::PclDriverPfm;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 constexpr const char* Device = "PCL / HP LaserJet";
 constexpr int32_t Plain = 5;
@@ -37,7 +34,7 @@ class Head {
     return *this;
   }
   Head& Name(const std::string& name) {
-    bytes_.replace(48, 16, hvtest::Field(name, 16, ' '));
+    bytes_.replace(48, 16, Field(name, 16, ' '));
     return *this;
   }
   std::string Command() const { return "\x1B)s" + std::to_string(bytes_.size()) + "W" + bytes_; }
@@ -77,7 +74,7 @@ std::string ExtendedCharacter(unsigned code, int body, int before, int behind) {
 
 // The PFM of a font, or "code N".
 std::string PfmOf(const std::string& font, int32_t type = Plain) {
-  return hvtest::Converted("font.sfp", font, type, "PFM");
+  return Converted("font.sfp", font, type, "PFM");
 }
 
 // The number at an offset of a PFM.
@@ -299,11 +296,11 @@ TEST(PclPfm, TakesTheLayoutOfTheFontDescribedLast) {
   // Which of these can be converted when one of a format was described last. No conversion changes
   // that, the longer one included.
   const auto expect = [&](const std::string& described, const std::string& converted) {
-    hvtest::DescribeFont(described);
+    DescribeFont(described);
     for (const int32_t type : {Described, Plain}) {
       std::string result;
       for (const std::string& source : sources) {
-        const int32_t code = hvtest::Convert(source, folder / "out.pfm", type);
+        const int32_t code = Convert(source, folder / "out.pfm", type);
         EXPECT_TRUE(code == HV_OK || code == HV_UNUSABLE_FILE) << code;
         result += code == HV_OK ? 'y' : 'n';
       }
@@ -348,12 +345,12 @@ TEST(PclPfm, CountsCharactersWithoutAPlace) {
 TEST(PclPfm, TellsWhatCannotBeOpened) {
   const TestFolder folder;
   const std::string source = folder.Add("font.sfp", FixedFont());
-  ASSERT_EQ(hvtest::DescribeFont(source).code, HV_OK);
-  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/x.pfm", Plain), HV_CANNOT_OPEN);
-  EXPECT_EQ(hvtest::Convert(folder.Path().string(), folder / "x", Plain), HV_CANNOT_OPEN);
+  ASSERT_EQ(DescribeFont(source).code, HV_OK);
+  EXPECT_EQ(Convert(source, folder / "nowhere/x.pfm", Plain), HV_CANNOT_OPEN);
+  EXPECT_EQ(Convert(folder.Path().string(), folder / "x", Plain), HV_CANNOT_OPEN);
   const std::string old = folder.Add("old.pfm", "old");
   const std::string broken = folder.Add("broken.sfp", "no font");
-  EXPECT_EQ(hvtest::Convert(broken, old, Plain), HV_UNUSABLE_FILE);
+  EXPECT_EQ(Convert(broken, old, Plain), HV_UNUSABLE_FILE);
   EXPECT_EQ(ReadFile(old), "old");
 }
 

@@ -16,12 +16,7 @@
 
 namespace {
 
-using hvtest::PclDriverPfm;
-using hvtest::ReadFile;
-using hvtest::SampleTaggedFont;
-using hvtest::TaggedFile;
-using hvtest::TaggedFontFile;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 constexpr int32_t ByMetrics = 6;
 constexpr int32_t ByHeader = 16;
@@ -36,12 +31,12 @@ HvFontInfo Companions(const std::string& first, const std::string& second) {
 
 // The PFM of the metrics, or "code N". The source is a soft font.
 std::string PfmOf(const std::string& metrics, const std::string& symbolSet = "8U",
-                  int32_t type = ByMetrics, const hvtest::PclDescriptor& header = {}) {
+                  int32_t type = ByMetrics, const PclDescriptor& header = {}) {
   const TestFolder folder;
-  folder.Add("font.sfs", hvtest::PclFont(header, {}));
+  folder.Add("font.sfs", PclFont(header, {}));
   HvFontInfo info = Companions(folder.Add("font.tfm", metrics), "");
   std::strcpy(info.symbolSet, symbolSet.c_str());
-  return hvtest::Converted(folder, "font.sfs", type, "PFM", &info);
+  return Converted(folder, "font.sfs", type, "PFM", &info);
 }
 
 PclDriverPfm SamplePfm() {
@@ -73,7 +68,7 @@ TEST(TaggedMetrics, GiveEveryFieldInBothByteOrders) {
 }
 
 TEST(TaggedMetrics, AreSelectedByTheHeaderOfTheSoftFont) {
-  const hvtest::PclDescriptor header = {
+  const PclDescriptor header = {
       .styleHigh = 1, .symbolSet = 629, .styleLow = 2, .strokeWeight = -4, .typeface = 0x1234};
   PclDriverPfm pfm = SamplePfm();
   pfm.face = "Sample (W1)";
@@ -139,8 +134,8 @@ TEST(TaggedMetrics, AreRefusedWhenTheyCannotBeUsed) {
       "",
       "IM" + good.substr(2),
       "MI" + good.substr(2),
-      good.substr(0, 4) + hvtest::Le32(0) + good.substr(8),
-      good.substr(0, 4) + hvtest::Le32(static_cast<uint32_t>(good.size())) + good.substr(8),
+      good.substr(0, 4) + Le32(0) + good.substr(8),
+      good.substr(0, 4) + Le32(static_cast<uint32_t>(good.size())) + good.substr(8),
       good.substr(0, 100),
       withEm(1000, 0),
       withEm(65536, 1),
@@ -160,7 +155,7 @@ TEST(TaggedMetrics, MayFormACircle) {
   std::string file = TaggedFile("II", {SampleTaggedFont()});
   const std::size_t next = 8 + 2 + 12 * 28;
   ASSERT_EQ(file.substr(next, 4), std::string(4, '\0'));
-  file.replace(next, 4, hvtest::Le32(8));
+  file.replace(next, 4, Le32(8));
   EXPECT_EQ(PfmOf(file, "9E"), SamplePfm().Bytes());
 }
 
@@ -172,7 +167,7 @@ TEST(TaggedMetrics, CheckTheRecord) {
   const HvFontInfo first = Companions(metrics, folder.Path().string());
   const HvFontInfo second = Companions(folder / "missing.tfm", metrics);
   const auto convert = [&](const HvFontInfo* info, uint32_t selector, int32_t type = ByMetrics) {
-    return hvtest::Convert(source, out, type, info, selector);
+    return Convert(source, out, type, info, selector);
   };
   for (const int32_t type : {ByMetrics, ByHeader}) {
     EXPECT_EQ(convert(nullptr, 2, type), HV_BAD_ARGUMENT);
@@ -183,8 +178,8 @@ TEST(TaggedMetrics, CheckTheRecord) {
   EXPECT_EQ(convert(&second, 2), HV_UNUSABLE_FILE);
   EXPECT_EQ(convert(&first, 2, ByHeader), HV_UNUSABLE_FILE);
   EXPECT_EQ(ReadFile(out), "old");
-  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/x", ByMetrics, &first, 2), HV_CANNOT_OPEN);
-  EXPECT_EQ(hvtest::Convert(folder.Path().string(), out, ByMetrics, &first, 2), HV_CANNOT_OPEN);
+  EXPECT_EQ(Convert(source, folder / "nowhere/x", ByMetrics, &first, 2), HV_CANNOT_OPEN);
+  EXPECT_EQ(Convert(folder.Path().string(), out, ByMetrics, &first, 2), HV_CANNOT_OPEN);
   for (const auto& [info, selector] : {std::pair{&first, 2U}, {&second, 4U}}) {
     std::filesystem::remove(out);
     EXPECT_EQ(convert(info, selector), HV_OK);
@@ -194,13 +189,13 @@ TEST(TaggedMetrics, CheckTheRecord) {
 
 // The PBM of a DLF font, or "code N".
 std::string PbmOf(const std::string& dlf) {
-  return hvtest::Converted("font.dlf", dlf, FONT_CONVERT_DLF_TO_PBM, "PBM");
+  return Converted("font.dlf", dlf, FONT_CONVERT_DLF_TO_PBM, "PBM");
 }
 
 // The layout is that of a PSM; some fields are a DLF font's own.
-void ExpectPbm(const hvtest::DlfFont& dlf, const std::string& name, const std::string& suffix,
+void ExpectPbm(const DlfFont& dlf, const std::string& name, const std::string& suffix,
                unsigned family, int width, unsigned points, unsigned charSet) {
-  hvtest::FontMetrics font;
+  FontMetrics font;
   font.boxHeight = 1000;
   font.charSet = charSet;
   font.family = family;
@@ -208,8 +203,8 @@ void ExpectPbm(const hvtest::DlfFont& dlf, const std::string& name, const std::s
   font.averageWidth = font.maximumWidth = width;
   font.face = name + suffix;
   font.fontName = name;
-  std::string pbm = hvtest::LaserPrinterPsm(font);
-  pbm.replace(68, 2, hvtest::Le16(points));
+  std::string pbm = LaserPrinterPsm(font);
+  pbm.replace(68, 2, Le16(points));
   if (width == 0) pbm[90] = static_cast<char>(pbm[90] | 1);
   EXPECT_EQ(PbmOf(dlf.Bytes()), pbm) << font.face;
 }
@@ -227,12 +222,12 @@ TEST(DlfMetrics, HoldWhatTheBlockSays) {
 
 TEST(DlfMetrics, AreRefusedAndNotWritten) {
   EXPECT_EQ(PbmOf(""), "code 27");
-  EXPECT_EQ(PbmOf(hvtest::DlfFont().Bytes().substr(0, 39)), "code 27");
-  EXPECT_EQ(PbmOf(hvtest::DlfFont{.format = 2}.Bytes()), "code 27");
+  EXPECT_EQ(PbmOf(DlfFont().Bytes().substr(0, 39)), "code 27");
+  EXPECT_EQ(PbmOf(DlfFont{.format = 2}.Bytes()), "code 27");
   const TestFolder folder;
-  const std::string source = folder.Add("font.dlf", hvtest::DlfFont().Bytes());
-  EXPECT_EQ(hvtest::Convert(source, folder / "nowhere/x.pbm", 4), HV_CANNOT_OPEN);
-  EXPECT_EQ(hvtest::Convert(folder.Path().string(), "", 4), HV_CANNOT_OPEN);
+  const std::string source = folder.Add("font.dlf", DlfFont().Bytes());
+  EXPECT_EQ(Convert(source, folder / "nowhere/x.pbm", 4), HV_CANNOT_OPEN);
+  EXPECT_EQ(Convert(folder.Path().string(), "", 4), HV_CANNOT_OPEN);
 }
 
 }  // namespace

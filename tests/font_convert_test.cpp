@@ -14,10 +14,7 @@
 
 namespace {
 
-using hvtest::Convert;
-using hvtest::FontMetrics;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // A text font in which every number of the files has a value of its own.
 const std::string TextAfm =
@@ -90,7 +87,7 @@ TEST(FontConvert, NamesItsOutputs) {
     folder.Add("font.one.INF", SerifInf);
     std::filesystem::create_directory(folder.Path() / "out");
     // All of the destination counts, so that it is looked for from its folder.
-    const hvtest::ScopedCurrentFolder current(folder.Path());
+    const ScopedCurrentFolder current(folder.Path());
     EXPECT_EQ(Convert("font.one.afm", destination, type), HV_OK);
     for (const std::string& name : made) EXPECT_TRUE(std::filesystem::remove(name)) << name;
     EXPECT_EQ(folder.Names(), (std::vector<std::string>{"font.one.INF", "font.one.afm", "out"}));
@@ -110,9 +107,9 @@ void ExpectBoth(const std::string& afm, const std::string& inf, FontMetrics font
   const std::string source = folder.Add("font.afm", afm);
   folder.Add("font.inf", inf);
   ASSERT_EQ(Convert(source, folder / "font.x", 2), HV_OK);
-  EXPECT_EQ(ReadFile(folder / "font.PFM"), hvtest::PostScriptPfm(font));
+  EXPECT_EQ(ReadFile(folder / "font.PFM"), PostScriptPfm(font));
   font.averageWidth = psmAverage;
-  EXPECT_EQ(ReadFile(folder / "font.PSM"), hvtest::LaserPrinterPsm(font));
+  EXPECT_EQ(ReadFile(folder / "font.PSM"), LaserPrinterPsm(font));
 }
 
 TEST(FontConvert, WritesEveryFieldOfBothFiles) {
@@ -177,7 +174,7 @@ TEST(FontConvert, NeedsTheInfAndFilesWithinTheLimit) {
   EXPECT_EQ(folder.Names().size(), 3U);
   folder.Add("font.afm", TextAfm + std::string(65534 - TextAfm.size(), ' '));
   EXPECT_EQ(Convert(source, "", 1), HV_OK);
-  EXPECT_EQ(ReadFile(old), hvtest::PostScriptPfm(TextMetrics()));
+  EXPECT_EQ(ReadFile(old), PostScriptPfm(TextMetrics()));
 
   std::filesystem::create_directory(folder.Path() / "dir.afm");
   folder.Add("dir.inf", SerifInf);

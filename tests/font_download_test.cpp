@@ -13,17 +13,7 @@
 
 namespace {
 
-using hvtest::Bytes;
-using hvtest::Field;
-using hvtest::PclDescriptor;
-using hvtest::PclFont;
-using hvtest::PjlEnd;
-using hvtest::PjlLanguage;
-using hvtest::PjlPanel;
-using hvtest::PjlTarget;
-using hvtest::TestFolder;
-using hvtest::Type1Head;
-using hvtest::Uel;
+using namespace hvtest;
 
 const std::string MakePermanent = "\x1B*c5F";
 
@@ -34,7 +24,7 @@ const std::string Prologue = std::string(
 const std::string Trailer = "%!\x04";
 
 HvJobInfo FontJob(int32_t emulation, uint32_t flags = 0, int identifier = 5) {
-  HvJobInfo job = hvtest::Job(flags, emulation);
+  HvJobInfo job = Job(flags, emulation);
   job.identifier = static_cast<uint16_t>(identifier);
   return job;
 }
@@ -49,7 +39,7 @@ Sent Download(const std::string& name, const std::string& bytes, const HvJobInfo
   const std::string font = folder.Add(name, bytes);
   const std::string destination = folder / "printer.out";
   const uint32_t code = HvFonDownload(font.c_str(), destination.c_str(), &job, device);
-  return {code, std::filesystem::exists(destination) ? hvtest::ReadFile(destination) : "(none)"};
+  return {code, std::filesystem::exists(destination) ? ReadFile(destination) : "(none)"};
 }
 
 TEST(FontDownload, ChecksArgumentsBeforeItLooksForTheFont) {
@@ -73,7 +63,7 @@ TEST(FontDownload, RefusesWhatIsNoFontBeforeItReachesThePrinter) {
   const auto expect = [&](const char* file, const std::string& bytes, uint32_t code) {
     EXPECT_EQ(Download(file, bytes, FontJob(5)), Sent(code, "(none)")) << file;
   };
-  expect("font.afm", hvtest::AfmFile("Times"), HV_UNUSABLE_FILE);
+  expect("font.afm", AfmFile("Times"), HV_UNUSABLE_FILE);
   expect("a.fot", "x", HV_UNUSABLE_FILE);
   expect("a.sfp", "no font", HV_UNUSABLE_FILE);
   expect("noextension", PclFont({}, {}), HV_BAD_ARGUMENT);
@@ -90,7 +80,7 @@ TEST(FontDownload, SendsPclFontsAsTheyAre) {
   const std::pair<unsigned, unsigned> formats[] = {{0, 64},  {5, 72},  {20, 68},
                                                    {10, 80}, {11, 88}, {15, 72}};
   for (const auto& [format, size] : formats) {
-    const std::string bytes = PclFont({.size = size, .format = format}, hvtest::SampleCharacters());
+    const std::string bytes = PclFont({.size = size, .format = format}, SampleCharacters());
     for (const auto& [emulation, identifier] : {std::pair{1, 5}, {3, 1234}, {5, 65535}}) {
       const std::string command = "\x1B*c" + std::to_string(identifier) + "D";
       EXPECT_EQ(Download("font.sfp", bytes, FontJob(emulation, 0, identifier)),
@@ -106,10 +96,10 @@ TEST(FontDownload, AppendsToAFile) {
   const std::string out = folder.Add("out", "before");
   const HvJobInfo job = FontJob(5);
   EXPECT_EQ(HvFonDownload(font.c_str(), out.c_str(), &job, 1), HV_OK);
-  EXPECT_EQ(hvtest::ReadFile(out), "before\x1B*c5D" + bytes + MakePermanent);
+  EXPECT_EQ(ReadFile(out), "before\x1B*c5D" + bytes + MakePermanent);
   // A font appended to itself would never end.
   EXPECT_EQ(HvFonDownload(font.c_str(), font.c_str(), &job, 1), HV_CANNOT_OPEN);
-  EXPECT_EQ(hvtest::ReadFile(font), bytes);
+  EXPECT_EQ(ReadFile(font), bytes);
 }
 
 // The file with the 16 name bytes replaced; the name of a descriptor lies behind the command.
@@ -137,7 +127,7 @@ TEST(FontDownload, NamesAFontForPclXlByItsDescriptor) {
       {{.size = 72, .format = 15, .symbolSet = 65535, .strokeWeight = 3}, "Courier2047_    "},
   };
   for (const auto& [descriptor, name] : cases) {
-    const std::string bytes = PclFont(descriptor, hvtest::SampleCharacters());
+    const std::string bytes = PclFont(descriptor, SampleCharacters());
     EXPECT_EQ(Download("font.sfp", bytes, FontJob(6)),
               Sent(HV_OK, "\x1B*c5D" + Renamed(bytes, name) + MakePermanent));
   }
@@ -163,15 +153,14 @@ TEST(FontDownload, FramesTheFontAndDirectsItToADevice) {
 
   job.emulation = 5;
   job.flags = JOB_FLAG_ESC_K;
-  const std::string select = hvtest::EscKLanguage(2) + "\x1B&l7X";
+  const std::string select = EscKLanguage(2) + "\x1B&l7X";
   expect(STORAGE_DEVICE_RAM, select + payload);
   job.printerClass = JOB_CLASS_DOWNLOAD_LEAD_IN;
-  expect(STORAGE_DEVICE_DISK1,
-         select + hvtest::EscKLeadIn + hvtest::EscKToDevice + payload + hvtest::EscKToRam);
+  expect(STORAGE_DEVICE_DISK1, select + EscKLeadIn + EscKToDevice + payload + EscKToRam);
 }
 
 TEST(FontDownload, SendsDlfFontsWithThePpdsIdentifier) {
-  const std::string bytes = hvtest::DlfFont().Bytes();
+  const std::string bytes = DlfFont().Bytes();
   const std::pair<int, std::string> commands[] = {
       {99, Bytes("\x1B=\x03\x00\x31\x08\x63")},
       {100, Bytes("\x1B=\x04\x00\x31\x0E\x00\x64")},
@@ -216,10 +205,10 @@ TEST(FontDownload, DecodesTheSegmentsOfAPfb) {
   const std::string head = Type1Head("Times", "StandardEncoding");
   const std::string binary = Counted(3000);
   const std::string pfb =
-      hvtest::PfbFile({{1, head}, {2, binary}, {1, ""}, {2, "\xFF"}, {1, std::string(2500, '0')}});
-  const std::string decoded = head + hvtest::ToHex(binary) + "FF" + std::string(2500, '0');
+      PfbFile({{1, head}, {2, binary}, {1, ""}, {2, "\xFF"}, {1, std::string(2500, '0')}});
+  const std::string decoded = head + ToHex(binary) + "FF" + std::string(2500, '0');
   // A file that breaks off, or goes on as no PFB, ends what can be sent; the job is completed.
-  const std::string first = hvtest::PfbFile({{1, head}});
+  const std::string first = PfbFile({{1, head}});
   const std::string text = first.substr(0, first.size() - 2);
   const std::pair<std::string, std::string> cases[] = {
       {pfb + "junk", decoded},
@@ -241,7 +230,7 @@ TEST(FontDownload, CutsAType1FontIntoBlocksForPpds) {
   job.fontValue1A = 0x6789;
   const std::string id = Bytes("\x1B=\x04\x00\x41\x0E\x12\x34");
   const auto block = [](const std::string& data, char last) {
-    return "\x1B=" + hvtest::Le16(static_cast<unsigned>(data.size()) + 8) + "A\x01\x01\x02\x45" +
+    return "\x1B=" + Le16(static_cast<unsigned>(data.size()) + 8) + "A\x01\x01\x02\x45" +
            "\x67\x89" + last + data;
   };
   for (const char* const file : {"font.pfa", "font.pfb"}) {
@@ -265,7 +254,7 @@ TEST(FontDownload, CutsAType1FontIntoBlocksForPpds) {
 std::vector<std::size_t> Writes(uint32_t code, const std::string& file, const std::string& bytes,
                                 HvJobInfo job) {
   const TestFolder folder;
-  hvtest::FakeNbx nbx(TEST_BINARY_FOLDER);
+  FakeNbx nbx(TEST_BINARY_FOLDER);
   job.nbxAddress1 = 1;
   job.nbxAddress2 = 2;
   const std::string font = folder.Add(file, bytes);
@@ -284,7 +273,7 @@ TEST(FontWrites, ComeInThePiecesThatPrintersAreGivenAndEndWithTheFirstThatFails)
     SCOPED_TRACE(std::string(file) + " " + std::to_string(job.emulation));
     EXPECT_EQ(Writes(HV_OK, file, bytes, job), sizes);
     for (; !sizes.empty(); sizes.pop_back()) {
-      const hvtest::ScopedVariable fail("FAKE_NBX_FAIL_WRITE", std::to_string(sizes.size()));
+      const ScopedVariable fail("FAKE_NBX_FAIL_WRITE", std::to_string(sizes.size()));
       EXPECT_EQ(Writes(HV_PRINTER_REFUSED, file, bytes, job), sizes);
     }
   };
@@ -294,9 +283,9 @@ TEST(FontWrites, ComeInThePiecesThatPrintersAreGivenAndEndWithTheFirstThatFails)
   const PclDescriptor scalable = {.size = 80, .format = 10};
   expect("a.sfs", PclFont(scalable, {}), FontJob(5, 0, 123), {3, 3, 1, 86, 5});
   expect("a.sfs", PclFont(scalable, {}), FontJob(6, 0, 123), {3, 3, 1, 6, 64, 16, 5});
-  expect("a.dlf", hvtest::DlfFont().Bytes(), FontJob(2), {7, 6 + 58 + 40});
+  expect("a.dlf", DlfFont().Bytes(), FontJob(2), {7, 6 + 58 + 40});
   const std::string head = Field(Type1Head("T", "StandardEncoding"), 1100, ' ');
-  expect("a.pfb", hvtest::PfbFile({{1, head}, {2, Counted(3000)}}), FontJob(3),
+  expect("a.pfb", PfbFile({{1, head}, {2, Counted(3000)}}), FontJob(3),
          {103, 1024, 76, 2048, 2048, 1904, 3});
   expect("a.pfa", head, FontJob(3), {103, 1100, 3});
   expect("a.pfa", head, FontJob(2), {8, 12, 1100});

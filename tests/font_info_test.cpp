@@ -13,13 +13,7 @@
 
 namespace {
 
-using hvtest::DescribeBytes;
-using hvtest::DescribedFont;
-using hvtest::DescribeFont;
-using hvtest::Kind;
-using hvtest::PclDescriptor;
-using hvtest::PclFont;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 TEST(FontInfo, ClearsTheRecordBeforeItChecksArguments) {
   const HvFontInfo empty = {};
@@ -71,7 +65,7 @@ TEST(PclFontInfo, RecognisesFormatAndSizeTogether) {
     for (const unsigned size : sizes) {
       // The size is that which the descriptor claims.
       std::string file = PclFont({.size = 92, .format = format, .xResolution = 1200}, {});
-      file.replace(file.find('W') + 1, 2, hvtest::Be16(size));
+      file.replace(file.find('W') + 1, 2, Be16(size));
       const DescribedFont font = DescribeBytes("font.sfl", file);
       EXPECT_EQ(Kind(font), kind) << format << "/" << size;
       EXPECT_EQ(font.info.memoryNeeded, font.code == HV_OK ? file.size() + 320 : 0U);

@@ -13,16 +13,7 @@
 
 namespace {
 
-using hvtest::DescribeBytes;
-using hvtest::DescribedFont;
-using hvtest::DescribeFont;
-using hvtest::DlfFont;
-using hvtest::Kind;
-using hvtest::Le16;
-using hvtest::Le32;
-using hvtest::PfmFile;
-using hvtest::TakeFaces;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 std::string DlfLine(const DlfFont& font) {
   return DescribeBytes("font.dlf", font.Bytes()).info.name;
@@ -106,7 +97,7 @@ TEST(DlfInfo, IsDownloadableAndMayNeedItsMetrics) {
 
 TEST(FmfInfo, HoldsItsNameAndPointsToItsFont) {
   const TestFolder folder;
-  const std::string path = folder.Add("a.fmf", hvtest::FmfFile("Courier 10"));
+  const std::string path = folder.Add("a.fmf", FmfFile("Courier 10"));
   const DescribedFont font = DescribeFont(path);
   EXPECT_EQ(Kind(font), "0 2 23 2B");
   EXPECT_STREQ(font.info.name, "Courier 10");
@@ -114,9 +105,9 @@ TEST(FmfInfo, HoldsItsNameAndPointsToItsFont) {
   EXPECT_EQ(font.info.companionPath2, folder / "a.DLF");
   EXPECT_EQ(DescribeFont(path, 0, 0).code, HV_UNUSABLE_FILE);
 
-  const std::string longest = hvtest::FmfFile(std::string(132, 'n'));
+  const std::string longest = FmfFile(std::string(132, 'n'));
   EXPECT_EQ(DescribeBytes("a.fmf", longest).info.name, std::string(79, 'n'));
-  for (const std::string& bytes : {hvtest::FmfFile(""), longest.substr(0, 183)}) {
+  for (const std::string& bytes : {FmfFile(""), longest.substr(0, 183)}) {
     EXPECT_EQ(DescribeBytes("a.fmf", bytes).code, HV_UNUSABLE_FILE);
   }
 }
@@ -148,7 +139,7 @@ TEST(PfbInfo, TakesNameAndEncodingFromTheFirst39CharactersOfALine) {
   const auto expect = [](const std::string& text, const std::string& name,
                          const char* kind = "0 3 2 2B") {
     const std::string binary("\0\x1A\xFF", 3);
-    ExpectType1("font.pfb", hvtest::PfbFile({{1, text}, {2, binary}}), name, kind);
+    ExpectType1("font.pfb", PfbFile({{1, text}, {2, binary}}), name, kind);
   };
   expect("/FontName /Times def\n/Encoding StandardEncoding def\n", "Times");
   expect("/FontName /Times def\r/Encoding 256 array\r", "Times", "0 3 2 29");
@@ -167,7 +158,7 @@ TEST(PfbInfo, TakesNameAndEncodingFromTheFirst39CharactersOfALine) {
 }
 
 TEST(Type1Info, TellsTheMemoryThatAFileTakes) {
-  const std::string bytes = hvtest::Field("/FontName /Big def\n", 20001, 'A');
+  const std::string bytes = Field("/FontName /Big def\n", 20001, 'A');
   EXPECT_EQ(DescribeBytes("big.pfa", bytes).info.memoryNeeded, 10344U);
   EXPECT_EQ(DescribeBytes("big.pfb", bytes).info.memoryNeeded, 23063U);
 }
@@ -189,7 +180,7 @@ TEST(Type1Info, LooksForCompanionsAsTheModeSays) {
         for (const auto& [bit, name] : companions) {
           if ((there & bit) != 0) folder.Add(name, "");
         }
-        const std::string path = folder.Add(file, hvtest::Type1Head("Times", "StandardEncoding"));
+        const std::string path = folder.Add(file, Type1Head("Times", "StandardEncoding"));
         const DescribedFont font = DescribeFont(path, mode, 0);
         EXPECT_STREQ(font.info.name, "Times");
         if (font.code == HV_NOT_SUPPORTED) found += "-";
@@ -206,7 +197,7 @@ TEST(AfmInfo, NeedsItsFontAndInSomeModesItsInf) {
   const auto expect = [](uint32_t mode, bool inf, bool pfb, const std::string& kind) {
     SCOPED_TRACE(mode);
     const TestFolder folder;
-    const std::string path = folder.Add("font.afm", hvtest::AfmFile("Times-Bold"));
+    const std::string path = folder.Add("font.afm", AfmFile("Times-Bold"));
     if (inf) folder.Add("font.INF", "MSMenuName (Times)\r\nVPStyle (T)\r\n");
     if (pfb) folder.Add("font.PFB", "");
     const DescribedFont font = DescribeFont(path, mode);
@@ -226,7 +217,7 @@ TEST(AfmInfo, NeedsItsFontAndInSomeModesItsInf) {
 
 TEST(AfmInfo, ReadsMenuNames) {
   const TestFolder folder;
-  const std::string path = folder.Add("font.afm", hvtest::AfmFile("Times"));
+  const std::string path = folder.Add("font.afm", AfmFile("Times"));
   folder.Add("font.pfb", "");
   const std::pair<std::string, std::string> cases[] = {
       {"MSMenuName (Times)\nVPStyle (B)\n", "Times,BOLD"},
@@ -247,7 +238,7 @@ TEST(AfmInfo, ReadsMenuNames) {
 
 TEST(AfmInfo, RefusesWhatIsTooLongOrHasNoName) {
   const auto code = [](const std::string& afm) { return DescribeBytes("font.afm", afm).code; };
-  const std::string full = hvtest::Field(hvtest::AfmFile("Times"), 65534, ' ');
+  const std::string full = Field(AfmFile("Times"), 65534, ' ');
   EXPECT_EQ(code(full), HV_NOT_SUPPORTED);  // for want of its font
   // What lies behind the end-of-text byte is no text, but counts for the length.
   EXPECT_EQ(code("\x1A" + full.substr(1)), HV_UNUSABLE_FILE);
@@ -308,7 +299,7 @@ TEST(PcmInfo, ListsTheFacesOfACartridge) {
   // Its face name lies where that of no well-formed file does.
   const std::string outside =
       PfmFile{.faceOffset = 2048, .size = 3000}.Bytes().replace(2048, 1, "F");
-  const std::string file = hvtest::PcmFile("Cartridge Z", {first, second.Bytes(), outside, first});
+  const std::string file = PcmFile("Cartridge Z", {first, second.Bytes(), outside, first});
   DescribedFont cartridge = DescribeBytes("cart.pcm", file);
   EXPECT_EQ(Kind(cartridge), "0 2 28 03");
   EXPECT_STREQ(cartridge.info.name, "Cartridge Z");
@@ -330,20 +321,20 @@ TEST(PcmInfo, EndsTheWalkWhereAnImageHasNoSize) {
       {0, 1}, {116, 1}, {117, 2}, {300, 3}, {0xFFFFFFFF, 2}};
   for (const auto& [size, count] : cases) {
     const std::string second = image.substr(0, 2) + Le32(size) + image.substr(6);
-    EXPECT_EQ(faces(hvtest::PcmFile("Z", {image, second, image})), count) << size;
+    EXPECT_EQ(faces(PcmFile("Z", {image, second, image})), count) << size;
   }
   // An end before the first image: no image is looked at; one behind the file: all are.
-  std::string file = hvtest::PcmFile("Z", {image});
+  std::string file = PcmFile("Z", {image});
   EXPECT_EQ(faces(file.replace(4, 4, Le32(96))), 0U);
   EXPECT_EQ(faces(file.replace(4, 4, Le32(0xFFFFFFFF))), 1U);
 }
 
 TEST(PcmInfo, NeedsATitle) {
   const std::string image = PfmFile().Bytes();
-  DescribedFont untitled = DescribeBytes("c.pcm", hvtest::PcmFile("", {image}));
+  DescribedFont untitled = DescribeBytes("c.pcm", PcmFile("", {image}));
   EXPECT_EQ(untitled.code, HV_UNUSABLE_FILE);
   EXPECT_EQ(TakeFaces(&untitled.info), std::vector<std::string>{"Courier"});
-  DescribedFont longTitle = DescribeBytes("c.pcm", hvtest::PcmFile(std::string(80, 't'), {image}));
+  DescribedFont longTitle = DescribeBytes("c.pcm", PcmFile(std::string(80, 't'), {image}));
   EXPECT_EQ(longTitle.info.name, std::string(79, 't'));
   TakeFaces(&longTitle.info);
   const DescribedFont cut = DescribeBytes("c.pcm", std::string(15, 'x'));

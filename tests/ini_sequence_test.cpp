@@ -15,8 +15,7 @@
 
 namespace {
 
-using hvtest::IniModel;
-using hvtest::MaybeText;
+using namespace hvtest;
 
 constexpr int Steps = 2000;
 
@@ -39,16 +38,16 @@ class Sequence {
 
   void ExpectSame() {
     ASSERT_NE(ini_, nullptr);
-    ASSERT_EQ(hvtest::LinesOf(*ini_), model_->Lines());
+    ASSERT_EQ(LinesOf(*ini_), model_->Lines());
     ASSERT_EQ(+ini_->maxLineLength, model_->MaxLineLength());
     ASSERT_EQ((ini_->flags & INI_DIRTY) != 0, model_->IsDirty());
   }
 
   // Closes both files, compares the bytes and opens them again.
   void Reopen() {
-    const std::string before = hvtest::ReadFile(path_);
+    const std::string before = ReadFile(path_);
     ini_.reset();
-    ASSERT_EQ(hvtest::ReadFile(path_), model_->IsDirty() ? model_->Bytes() : before);
+    ASSERT_EQ(ReadFile(path_), model_->IsDirty() ? model_->Bytes() : before);
     Open();
   }
 
@@ -60,7 +59,7 @@ class Sequence {
   }
 
   void Open() {
-    model_.emplace(hvtest::ReadFile(path_), mode_ == INI_OPEN_READ);
+    model_.emplace(ReadFile(path_), mode_ == INI_OPEN_READ);
     ini_.reset(HvIniOpen2(path_.c_str(), mode_));
   }
 
@@ -139,12 +138,12 @@ class Sequence {
     EXPECT_EQ(buffer, expectedBuffer);
   }
 
-  hvtest::TestFolder folder_;
+  TestFolder folder_;
   std::mt19937 random_;  // the same numbers on every system
   uint32_t mode_;
   std::string path_;
   std::optional<IniModel> model_;
-  hvtest::OpenIni ini_;
+  OpenIni ini_;
 };
 
 TEST(IniSequence, AgreesWithTheModel) {

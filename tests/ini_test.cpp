@@ -15,8 +15,7 @@
 
 namespace {
 
-using hvtest::OpenIni;
-using hvtest::ReadFile;
+using namespace hvtest;
 
 using Lines = std::vector<std::string>;
 
@@ -38,7 +37,7 @@ class Ini : public testing::Test {
     return Open(mode);
   }
 
-  const hvtest::TestFolder folder_;
+  const TestFolder folder_;
   const std::string path_ = folder_ / "a.ini";
 };
 using IniOpen = Ini;

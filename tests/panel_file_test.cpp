@@ -14,7 +14,7 @@
 
 namespace {
 
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // Files of some numbers in a folder of their own.
 class PanelFolder {
@@ -110,7 +110,7 @@ TEST(PanelRegistration, HoldsANumberWhoseFileIsMissing) {
 
 TEST(PanelRegistration, ChecksItsArguments) {
   const PanelFolder folder({0, 44});
-  const hvtest::ScopedCurrentFolder current(folder.Path());
+  const ScopedCurrentFolder current(folder.Path());
   EXPECT_EQ(HvOpcRegisterCfg(0, nullptr), nullptr);
   EXPECT_EQ(HvOpcRegisterCfg(0x10000, nullptr), nullptr);
   for (uint32_t number = 50; number < 56; ++number) {  // takes up no entry

@@ -14,7 +14,7 @@
 
 namespace {
 
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // What a call must leave as it was is filled with this.
 constexpr int Untouched = 0x5A;

@@ -11,7 +11,7 @@
 
 namespace {
 
-using hvtest::OpenIni;
+using namespace hvtest;
 
 const std::string PlainBase = "https://support.example.com/NA";
 const std::string DispatchBase = "https://support.example.com/MD/?";
@@ -92,7 +92,7 @@ TEST(WebUrl, IsRedirectedByAFile) {
       {"[AREA_PREFIX]\nDRIVERS=\n", 0, "0 /drivers/3/8"},
       {"[LANGUAGE]\n3=0123456789012345678901234567890123456789012345678901234567\n", -1, "42 "},
   };
-  const hvtest::TestFolder folder;
+  const TestFolder folder;
   const auto open = [&](const char* text) {
     return OpenIni(HvIniOpen(folder.Add("web.ini", text).c_str()));
   };

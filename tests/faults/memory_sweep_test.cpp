@@ -27,7 +27,7 @@ INSTANTIATE_TEST_SUITE_P(Of, MemoryFaults, testing::Range(0, static_cast<int>(st
                          [](const auto& test) { return std::string(Families[test.param].name); });
 
 TEST(FaultScenarios, UseEveryExport) {
-  const std::set<std::string> declared = hvtest::DeclaredFunctions(TEST_SOURCE_FOLDER);
+  const std::set<std::string> declared = DeclaredFunctions(TEST_SOURCE_FOLDER);
   EXPECT_EQ(declared.size(), AllExports);
 
   std::set<std::string> used;

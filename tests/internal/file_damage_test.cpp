@@ -21,12 +21,8 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::ExpectOneOf;
-using hvtest::MeetDamage;
-using hvtest::Numbers;
-using hvtest::NumbersOf;
+using namespace hvtest;
 using enum hvtest::Order;
-using hvtest::OpenIni;
 
 // A value that is written is the one that is read again, from the file too; a file that holds more
 // than was read stays as it is.
@@ -46,7 +42,7 @@ TEST(FileDamage, OfIniFilesLeavesThemWritable) {
     const bool isWritable = text.find('\0') == text.npos;
     EXPECT_EQ(HvIniClose(ini.release()), isWritable ? 1U : 0U);
     if (!isWritable) {
-      EXPECT_EQ(hvtest::ReadFile("a.ini"), damaged);
+      EXPECT_EQ(ReadFile("a.ini"), damaged);
       return found;
     }
     ini.reset(HvIniOpen("a.ini"));
@@ -137,7 +133,7 @@ void ExpectBlocks(const std::string& bytes, HvQsfHandle* handle) {
 // The checksum finds any change behind the first bytes; where somebody made it fit, the offsets and
 // counts still lead nowhere else.
 TEST(FileDamage, OfQuickSetupFilesIsFound) {
-  hvtest::QuickSetupFile file;
+  QuickSetupFile file;
   file.block1 = {"first block", 4, {}};
   file.block2 = {"second", 0x0102, {}};
   file.block5 = {"the fifth one", 7, {}};
@@ -166,11 +162,11 @@ TEST(FileDamage, OfQuickSetupFilesIsFound) {
     return code == HV_OK;
   };
   const auto readSealed = [&](const std::string& damaged) {
-    const std::string sealed = hvtest::WithChecksum(damaged);
-    hvtest::Replace("a.qsf", sealed);
+    const std::string sealed = WithChecksum(damaged);
+    Replace("a.qsf", sealed);
     return open(sealed) == HV_OK;
   };
-  const hvtest::NumberFields numbers = Numbers(LowFirst, 0, {2, 2, 1, 1, 1, 37, 4, 2, 4, 2, 4, 2});
+  const NumberFields numbers = Numbers(LowFirst, 0, {2, 2, 1, 1, 1, 37, 4, 2, 4, 2, 4, 2});
   MeetDamage("quick setup", whole, numbers, read, "", "a.qsf");
   MeetDamage("quick setup, checksum mended", whole, numbers, readSealed);
 }
@@ -223,7 +219,6 @@ TEST(FileDamage, OfRedirectionsGivesAnAddressOrACode) {
 
 // Records stay within what the reply can hold, and describing them reads all that they point to.
 TEST(FileDamage, OfRepliesStaysWithinTheirBounds) {
-  using namespace hvtest;
   const ReplyLayout wide = {{{"ID", 2}, {"DT", 1}}, {{"NE", 4}, {"LD", 4}}, {{"LD", 4}, {"DA", 0}}};
   std::string job;
   std::string device;
@@ -277,7 +272,7 @@ uint32_t Get32(const std::string& bytes, std::size_t at) {
 
 // Extracts the archive into a folder, where no file may be longer than its headers declare and one
 // buffer. Gives the result and the number of files.
-std::pair<uint32_t, std::size_t> ExpectBounded(const hvtest::ZipArchive& zip) {
+std::pair<uint32_t, std::size_t> ExpectBounded(const ZipArchive& zip) {
   constexpr std::size_t OneBuffer = 2048;
   std::size_t most = 0;
   for (const std::size_t at : zip.locals) {
@@ -289,7 +284,7 @@ std::pair<uint32_t, std::size_t> ExpectBounded(const hvtest::ZipArchive& zip) {
   fs::create_directory("out");
   uint32_t code = 0;
   {
-    const hvtest::ScopedCurrentFolder inside("out");
+    const ScopedCurrentFolder inside("out");
     code = HvZipExplode("../a.zip", nullptr, nullptr);
   }
   ExpectOneOf(code,
@@ -305,17 +300,16 @@ std::pair<uint32_t, std::size_t> ExpectBounded(const hvtest::ZipArchive& zip) {
 }
 
 TEST(FileDamage, OfArchivesLeadsNowhereElse) {
-  const std::string text = hvtest::MixedContent();
-  const hvtest::ZipArchive whole =
-      hvtest::BuildZip({hvtest::Packed("dir/deflated", text, 8, hvtest::DeflateDynamic(text)),
-                        hvtest::Packed("imploded", text, 6, hvtest::Implode(text, false, true), 4),
-                        hvtest::Stored("stored", text)},
-                       "a comment");
-  hvtest::NumberFields numbers = NumbersOf(hv::EndOfDirectory, whole.end);
+  const std::string text = MixedContent();
+  const ZipArchive whole =
+      BuildZip({Packed("dir/deflated", text, 8, DeflateDynamic(text)),
+                Packed("imploded", text, 6, Implode(text, false, true), 4), Stored("stored", text)},
+               "a comment");
+  NumberFields numbers = NumbersOf(hv::EndOfDirectory, whole.end);
   for (const std::size_t at : whole.locals) numbers = numbers + NumbersOf(hv::LocalHeader, at);
   for (const std::size_t at : whole.entries) numbers = numbers + NumbersOf(hv::DirectoryEntry, at);
   const auto read = [&](const std::string& damaged) {
-    hvtest::ZipArchive zip = whole;
+    ZipArchive zip = whole;
     const bool isCut = damaged.size() < whole.end + 22;
     if (!isCut) zip.bytes = damaged;
     const auto [code, files] = ExpectBounded(zip);
@@ -326,13 +320,12 @@ TEST(FileDamage, OfArchivesLeadsNowhereElse) {
 }
 
 TEST(FileDamage, OfPackedDataYieldsNoMoreThanDeclared) {
-  const std::string text = hvtest::MixedContent();
-  for (const hvtest::Packing& packing : hvtest::Packings) {
+  const std::string text = MixedContent();
+  for (const Packing& packing : Packings) {
     const auto read = [&](const std::string& damaged) {
-      hvtest::ZipMember member =
-          hvtest::Packed("member", text, packing.method, damaged, packing.flags);
-      const hvtest::ZipArchive zip = hvtest::BuildZip({member});
-      hvtest::Replace("a.zip", zip.bytes);
+      ZipMember member = Packed("member", text, packing.method, damaged, packing.flags);
+      const ZipArchive zip = BuildZip({member});
+      Replace("a.zip", zip.bytes);
       return ExpectBounded(zip).first == HV_OK;
     };
     MeetDamage("zip: " + std::string(packing.name), packing.pack(text), {}, read);

@@ -17,9 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace platform = hv::platform;
-using hvtest::ReadFile;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 using Names = std::vector<std::string>;
 
@@ -104,7 +102,7 @@ TEST_F(Files, BesideOthersTakeTheirPlaceOrStay) {
     const std::string beside = platform::CreateFileBeside(name.c_str());
     EXPECT_EQ(fs::path(beside).parent_path(), folder_.Path());
     EXPECT_EQ(ReadFile(beside), "");
-    hvtest::WriteFile(beside, "beside");
+    WriteFile(beside, "beside");
     EXPECT_EQ(platform::ReplaceWith(beside.c_str(), name.c_str()), platform::ErrorNone);
     EXPECT_EQ(ReadFile(name), "beside");
   }

@@ -23,19 +23,17 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::NumberFields;
-using hvtest::Numbers;
-using hvtest::NumbersOf;
+using namespace hvtest;
 using enum hvtest::Order;
 
-const std::string Times = hvtest::AfmFile("Times");
-const std::string Type1 = hvtest::Type1Head("Times", "StandardEncoding");
+const std::string Times = AfmFile("Times");
+const std::string Type1 = Type1Head("Times", "StandardEncoding");
 const std::string Inf = "MSMenuName (Times)\nSerif true\nPi false\nVPStyle (T)\n";
 
 // A soft font with two characters and the numbers of its descriptor and its first character.
 struct SoftFont {
   SoftFont(unsigned format, unsigned size) {
-    bytes = hvtest::PclFont({.size = size, .format = format}, hvtest::SampleCharacters());
+    bytes = PclFont({.size = size, .format = format}, SampleCharacters());
     const std::size_t character = bytes.find('W', bytes.find("\x1B(s")) + 1;
     numbers =
         NumbersOf(hv::SoftFontDescriptorTable, 6) + NumbersOf(hv::PclCharacterTable, character);
@@ -45,28 +43,28 @@ struct SoftFont {
   NumberFields numbers;
 };
 
-const std::string Dlf1 = hvtest::DlfFont().Bytes();
+const std::string Dlf1 = DlfFont().Bytes();
 const NumberFields Dlf1Numbers =
     Numbers(LowFirst, 2, {2}) + Numbers(HighFirst, 6, {1, 1, 2, 1, 1, 4, 16, 4, 1, 3, 24});
-const std::string Dlf10 = hvtest::DlfFont{.format = 10}.Bytes();
+const std::string Dlf10 = DlfFont{.format = 10}.Bytes();
 const NumberFields Dlf10Numbers =
     Numbers(LowFirst, 2, {2}) + Numbers(HighFirst, 6, {1, 1, 2, 6, 4, 24});
 
-const std::string Pfm = hvtest::PfmFile{.italic = 1, .weight = 700}.Bytes();
+const std::string Pfm = PfmFile{.italic = 1, .weight = 700}.Bytes();
 const NumberFields HeadNumbers = NumbersOf(hv::PfmHeaderTable, 0);
 
-const hvtest::FontMetrics Metrics = {.face = "Times",
-                                     .fontName = "Times-Bold",
-                                     .first = 60,
-                                     .last = 90,
-                                     .widths = std::vector<int>(31, 500),
-                                     .kerning = {{'A', 'B', -80}}};
+const FontMetrics Metrics = {.face = "Times",
+                             .fontName = "Times-Bold",
+                             .first = 60,
+                             .last = 90,
+                             .widths = std::vector<int>(31, 500),
+                             .kerning = {{'A', 'B', -80}}};
 const NumberFields PfmNumbers =
     HeadNumbers + NumbersOf(hv::PfmExtensionTable, 117) + NumbersOf(hv::PfmMetricsTable, 147);
 
 // Its numbers are of two sizes; where they stand is told in the file.
 NumberFields TaggedNumbers(const std::string& file) {
-  const hvtest::Order order = file[0] == 'M' ? HighFirst : LowFirst;
+  const Order order = file[0] == 'M' ? HighFirst : LowFirst;
   return NumbersAnywhere(order, 0, file.size(), 2) + NumbersAnywhere(order, 0, file.size(), 4);
 }
 
@@ -77,14 +75,14 @@ bool Ends(const char (&field)[Size]) {
 
 // Whatever the file is, every text of the record ends.
 bool IsDescribed(const char* file) {
-  auto [code, info] = hvtest::DescribeFont(file, FONT_COMPANIONS_METRICS);
-  hvtest::ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE, HV_NOT_SUPPORTED});
+  auto [code, info] = DescribeFont(file, FONT_COMPANIONS_METRICS);
+  ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE, HV_NOT_SUPPORTED});
   EXPECT_EQ(+info.fileSize, fs::file_size(file));
   EXPECT_TRUE(Ends(info.name) && Ends(info.description) && Ends(info.symbolSet) &&
               Ends(info.companionPath1) && Ends(info.companionPath2));
   EXPECT_TRUE(code == HV_UNUSABLE_FILE || *info.name != '\0');
   EXPECT_TRUE(info.cartridge == nullptr || std::strlen(info.cartridge->title) < 80);
-  for (const std::string& face : hvtest::TakeFaces(&info)) EXPECT_LE(face.size(), 90U);
+  for (const std::string& face : TakeFaces(&info)) EXPECT_LE(face.size(), 90U);
   return code != HV_UNUSABLE_FILE;
 }
 
@@ -94,14 +92,14 @@ void ExpectWholeJob(const char* file) {
   static std::size_t turn = 0;
   const int32_t emulations[] = {JOB_EMULATION_PPDS, JOB_EMULATION_POSTSCRIPT, JOB_EMULATION_PCL,
                                 JOB_EMULATION_PCLXL};
-  const HvJobInfo job = hvtest::Job(JOB_FLAG_PJL, emulations[turn++ % std::size(emulations)]);
+  const HvJobInfo job = Job(JOB_FLAG_PJL, emulations[turn++ % std::size(emulations)]);
   const uint32_t code = HvFonDownload(file, "out", &job, STORAGE_DEVICE_RAM);
-  const std::string sent = fs::exists("out") ? hvtest::ReadFile("out") : "";
+  const std::string sent = fs::exists("out") ? ReadFile("out") : "";
   if (sent.empty()) {
     EXPECT_EQ(code, HV_UNUSABLE_FILE);
   } else {
-    hvtest::ExpectOneOf(code, {HV_OK, HV_CANNOT_OPEN, HV_UNUSABLE_FILE});
-    EXPECT_EQ(sent.substr(sent.size() - hvtest::PjlEnd.size()), hvtest::PjlEnd);
+    ExpectOneOf(code, {HV_OK, HV_CANNOT_OPEN, HV_UNUSABLE_FILE});
+    EXPECT_EQ(sent.substr(sent.size() - PjlEnd.size()), PjlEnd);
     EXPECT_LE(sent.size(), 2 * fs::file_size(file) + 300);
   }
   fs::remove("out");
@@ -116,22 +114,22 @@ TEST(FontDamage, IsDescribedAndSentOrRefused) {
     const char* described = nullptr;  // another file that is read with this one
   };
   const SoftFont pcl0(0, 64), pcl10(10, 80), pcl20(20, 68);
-  const std::string pfb = hvtest::PfbFile({{1, Type1}, {2, std::string(40, '\1')}, {1, "0000"}});
+  const std::string pfb = PfbFile({{1, Type1}, {2, std::string(40, '\1')}, {1, "0000"}});
   const Sample samples[] = {
       {"PCL bitmap", "a.sfp", pcl0.bytes, pcl0.numbers},
       {"PCL bound", "a.sfs", pcl10.bytes, pcl10.numbers},
       {"PCL resolution", "a.sfp", pcl20.bytes, pcl20.numbers},
       {"DLF", "a.dlf", Dlf1, Dlf1Numbers},
       {"DLF reference", "a.dlf", Dlf10, Dlf10Numbers},
-      {"FMF", "a.fmf", hvtest::FmfFile("Courier"), {}},
+      {"FMF", "a.fmf", FmfFile("Courier"), {}},
       {"PFA", "a.pfa", Type1, {}},
       {"PFB", "a.pfb", pfb,
        Numbers(LowFirst, 2, {4}) + Numbers(LowFirst, Type1.size() + 8, {4, 40, 2, 4})},
       {"AFM", "a.afm", Times, {}},
       {"INF", "a.inf", Inf, {}, "a.afm"},
       {"PFM", "a.pfm", Pfm, PfmNumbers},
-      {"PSM", "a.psm", hvtest::LaserPrinterPsm(Metrics), HeadNumbers},
-      {"PCM", "a.pcm", hvtest::PcmFile("Cartridge", {Pfm, hvtest::PfmFile().Bytes()}),
+      {"PSM", "a.psm", LaserPrinterPsm(Metrics), HeadNumbers},
+      {"PCM", "a.pcm", PcmFile("Cartridge", {Pfm, PfmFile().Bytes()}),
        Numbers(LowFirst, 0, {4, 4, 4, 4}) + NumbersOf(hv::PfmHeaderTable, 96) +
            NumbersOf(hv::PfmHeaderTable, 396)},
   };
@@ -141,8 +139,8 @@ TEST(FontDamage, IsDescribedAndSentOrRefused) {
       ExpectWholeJob(file);
       return IsDescribed(file);
     };
-    hvtest::MeetDamage(sample.name, sample.bytes, sample.numbers, read, "\n(/", sample.file,
-                       {{"a.afm", Times}, {"a.pfb", Times}});
+    MeetDamage(sample.name, sample.bytes, sample.numbers, read, "\n(/", sample.file,
+               {{"a.afm", Times}, {"a.pfb", Times}});
   }
 }
 
@@ -151,7 +149,7 @@ bool IsWholeMetricsFile(const std::string& output) {
     return output.size() > 16 && output.substr(output.size() - 16) == "EndFontMetrics\r\n";
   }
   const auto size = static_cast<uint32_t>(output.size());
-  return output.size() > 117 && output.substr(2, 4) == hvtest::Le32(size);
+  return output.size() > 117 && output.substr(2, 4) == Le32(size);
 }
 
 // A file is made whole or not at all.
@@ -160,11 +158,11 @@ bool IsConverted(const char* source, int32_t type) {
   HvFonQueryInfo(source, &info, FONT_COMPANIONS_NONE, 1);
   std::strcpy(info.companionPath1, "a.tfm");
   const int32_t code = HvFonConvert(source, "out.x", &info, FONT_COMPANIONS_METRICS, type);
-  hvtest::ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE});
+  ExpectOneOf(code, {HV_OK, HV_UNUSABLE_FILE});
   bool made = false;
   for (const char* const name : {"out.x", "out.PFM", "out.PSM"}) {
     if (!fs::exists(name)) continue;
-    EXPECT_TRUE(IsWholeMetricsFile(hvtest::ReadFile(name))) << name;
+    EXPECT_TRUE(IsWholeMetricsFile(ReadFile(name))) << name;
     made = fs::remove(name);
   }
   EXPECT_EQ(made, code == HV_OK);
@@ -173,8 +171,8 @@ bool IsConverted(const char* source, int32_t type) {
 
 TEST(FontDamage, IsConvertedWholeOrRefused) {
   const SoftFont pcl0(0, 64), pcl9(9, 72);
-  const std::string low = hvtest::TaggedFile("II", {hvtest::SampleTaggedFont()});
-  const std::string high = hvtest::TaggedFile("MM", {hvtest::SampleTaggedFont()});
+  const std::string low = TaggedFile("II", {SampleTaggedFont()});
+  const std::string high = TaggedFile("MM", {SampleTaggedFont()});
   const struct {
     const char* name;
     const char* file;    // that is damaged
@@ -186,8 +184,7 @@ TEST(FontDamage, IsConvertedWholeOrRefused) {
       {"AFM to PFM", "a.afm", "a.afm", FONT_CONVERT_AFM_TO_PFM, Times, {}},
       {"INF to PFM", "a.inf", "a.afm", FONT_CONVERT_AFM_TO_PFM, Inf, {}},
       {"AFM to PFM and PSM", "a.afm", "a.afm", FONT_CONVERT_AFM_TO_PFM_PSM, Times, {}},
-      {"PFM to AFM", "a.pfm", "a.pfm", FONT_CONVERT_PFM_TO_AFM, hvtest::PostScriptPfm(Metrics),
-       PfmNumbers},
+      {"PFM to AFM", "a.pfm", "a.pfm", FONT_CONVERT_PFM_TO_AFM, PostScriptPfm(Metrics), PfmNumbers},
       {"DLF to PBM", "a.dlf", "a.dlf", FONT_CONVERT_DLF_TO_PBM, Dlf1, Dlf1Numbers},
       {"DLF reference to PBM", "a.dlf", "a.dlf", FONT_CONVERT_DLF_TO_PBM, Dlf10, Dlf10Numbers},
       {"PCL to PFM", "a.sfp", "a.sfp", FONT_CONVERT_PCL_TO_PFM, pcl9.bytes, pcl9.numbers},
@@ -204,8 +201,8 @@ TEST(FontDamage, IsConvertedWholeOrRefused) {
     const auto read = [&](const std::string& /*damaged*/) {
       return IsConverted(sample.source, sample.type);
     };
-    hvtest::MeetDamage(sample.name, sample.bytes, sample.numbers, read, "", sample.file,
-                       {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}});
+    MeetDamage(sample.name, sample.bytes, sample.numbers, read, "", sample.file,
+               {{"a.afm", Times}, {"a.inf", Inf}, {"a.tfm", high}, {"a.sfs", pcl0.bytes}});
   }
 }
 
@@ -228,12 +225,9 @@ TEST(FontDamage, OfAnIndexListsWhatIsThere) {
     HvFonFindFree(list);
     return whole == 2;
   };
-  const std::string bound =
-      hvtest::PclFont({.size = 80, .format = 10, .name = "Bound           "}, {});
-  hvtest::MeetDamage("GLUE.TXT", index, {}, read, "\n[{/;F ", "GLUE.TXT",
-                     {{"fonts/one.bit", hvtest::PclFont({}, {})},
-                      {"fonts/two.bnd", bound},
-                      {"fonts/two.tfm", ""}});
+  const std::string bound = PclFont({.size = 80, .format = 10, .name = "Bound           "}, {});
+  MeetDamage("GLUE.TXT", index, {}, read, "\n[{/;F ", "GLUE.TXT",
+             {{"fonts/one.bit", PclFont({}, {})}, {"fonts/two.bnd", bound}, {"fonts/two.tfm", ""}});
 }
 
 }  // namespace

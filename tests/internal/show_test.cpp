@@ -118,7 +118,7 @@ TEST(Show, ExplainsPcl) {
 TEST(Show, ExplainsPclXl) {
   const std::string stream = ") HP-PCL XL;1;1;\n\x84";
   ExpectLines({
-      {hvtest::PclXlSampleJob(),
+      {PclXlSampleJob(),
        {"17 header of PCL XL, low byte first",
         "12 BeginSession: UnitsPerMeasure 300 300, Measure eInch", "1 BeginFontHeader",
         "1 ReadFontHeader", "9 4 bytes of data for ReadFontHeader", "1 EndFontHeader",
@@ -127,7 +127,7 @@ TEST(Show, ExplainsPclXl) {
         "11 Text: XSpacingData 1 2", "1 ReadImage", "9 4 bytes of data for ReadImage",
         "1 ReadImage", "5 3 bytes of data for ReadImage", "6 EndPage: PageCopies 1",
         "1 EndSession"}},
-      {stream + hvtest::PclXlText("Logo", 0x8B) + "\x5B\x5C" + hvtest::PclXlData(stream) + "\x5D",
+      {stream + PclXlText("Logo", 0x8B) + "\x5B\x5C" + PclXlData(stream) + "\x5D",
        {"17 header of PCL XL, low byte first", "1 CloseSubPath",
         "10 BeginStream: StreamName \"Logo\"", "1 ReadStream", "5 18 bytes of data for ReadStream:",
         "17 header of PCL XL, low byte first", "1 CloseSubPath", "1 EndStream"}},

@@ -16,7 +16,7 @@ namespace {
 
 using hv::platform::OpenStream;
 using hv::platform::Stream;
-using hvtest::ReadFile;
+using namespace hvtest;
 
 std::string ReadAll(const std::unique_ptr<Stream>& stream) {
   std::string text;
@@ -44,7 +44,7 @@ class TextStream : public testing::Test {
     return stream;
   }
 
-  const hvtest::TestFolder folder_;
+  const TestFolder folder_;
   const std::string path_ = folder_ / "f";
 };
 

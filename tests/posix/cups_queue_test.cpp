@@ -19,17 +19,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::Bytes;
-using hvtest::CupsServer;
-using hvtest::IsSpoolerReport;
-using hvtest::Job;
-using hvtest::Listener;
-using hvtest::OpenHandleCount;
-using hvtest::ReadFile;
-using hvtest::ScopedCurrentFolder;
-using hvtest::ScopedVariable;
-using hvtest::SocketPeer;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // The client library of CUPS remembers for each thread which server it talks to.
 uint32_t InFreshThread(const std::function<uint32_t()>& work) {
@@ -59,8 +49,8 @@ TEST_F(CupsQueues, SpoolQueuesAndSocketsGetTheSameBytes) {
   const std::string source = folder_.Add("source", payload);
   fs::create_directories(folder_ / "spool/directory");
   const HvJobInfo job = Job(JOB_FLAG_PJL, JOB_EMULATION_PCL, "Weekly report", 3);
-  SocketPeer socketPrinter(hvtest::TakeAll);
-  SocketPeer cupsPrinter(hvtest::TakeAll);
+  SocketPeer socketPrinter(TakeAll);
+  SocketPeer cupsPrinter(TakeAll);
   const CupsServer server(CupsServer::RawQueue("raw.queue-1", cupsPrinter.Destination()));
   ASSERT_TRUE(server.IsRunning());
   const ScopedVariable address("CUPS_SERVER", server.Address());
@@ -126,7 +116,7 @@ TEST_F(CupsQueues, ThatCannotBePrintedToAreFiles) {
 
 // The scheduler breaks the connection in the middle of the document.
 TEST_F(CupsQueues, PrintNothingOfADocumentThatFails) {
-  SocketPeer printer(hvtest::TakeAll);
+  SocketPeer printer(TakeAll);
   const CupsServer server(CupsServer::RawQueue("raw", printer.Destination()),
                           "LimitRequestBody 100000\n");
   ASSERT_TRUE(server.IsRunning());

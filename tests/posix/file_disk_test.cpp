@@ -11,11 +11,7 @@
 
 namespace {
 
-using hvtest::FileSizeLimit;
-using hvtest::OpenHandleCount;
-using hvtest::ReadFile;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 constexpr rlim_t Room = 4096;
 

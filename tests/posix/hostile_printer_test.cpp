@@ -31,9 +31,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::Bytes;
-using hvtest::Job;
-using hvtest::Listener;
+using namespace hvtest;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
@@ -55,11 +53,11 @@ constexpr int TimedOut = 1460;
 
 // One job and those that it meets. HVAPI_TIMEOUT is a second.
 struct Stage {
-  hvtest::TestFolder folder;
-  hvtest::ScopedCurrentFolder here{folder.Path()};
-  hvtest::ScopedVariable spool{"HVAPI_SPOOL", folder / "spool"};
-  hvtest::ScopedVariable timeout{"HVAPI_TIMEOUT", "1"};
-  hvtest::ScopedVariable server{"CUPS_SERVER", folder / "no server"};
+  TestFolder folder;
+  ScopedCurrentFolder here{folder.Path()};
+  ScopedVariable spool{"HVAPI_SPOOL", folder / "spool"};
+  ScopedVariable timeout{"HVAPI_TIMEOUT", "1"};
+  ScopedVariable server{"CUPS_SERVER", folder / "no server"};
   Listener listener;
   std::string payload;
   std::string destination = listener.Destination();
@@ -90,7 +88,7 @@ struct Stage {
     }
   }
   void TakeAll(int connection) {
-    const hvtest::Received rest = hvtest::ReceiveAll(connection);
+    const Received rest = ReceiveAll(connection);
     received += rest.bytes;
     reset = rest.reset;
   }
@@ -104,7 +102,7 @@ Setup Printer(Behaviour behave, milliseconds late = milliseconds(0)) {
   return [behave = std::move(behave), late](Stage& stage) {
     stage.printer = [&stage, behave, late] {
       std::this_thread::sleep_for(late);
-      const int connection = hvtest::AcceptFrom(stage.listener);
+      const int connection = AcceptFrom(stage.listener);
       behave(stage, connection);
       close(connection);
     };
@@ -126,12 +124,12 @@ void CloseEarly(Stage& stage, int connection) {
 
 void ResetEarly(Stage& stage, int connection) {
   stage.TakeSome(connection, 1000);
-  hvtest::ResetAtClose(connection);
+  ResetAtClose(connection);
 }
 
 void ResetBehindTheJob(Stage& stage, int connection) {
   stage.TakeAll(connection);
-  hvtest::ResetAtClose(connection);
+  ResetAtClose(connection);
 }
 
 void HalfClose(Stage& stage, int connection) {
@@ -223,7 +221,7 @@ void FullDisk(Stage& stage) {
   stage.isAsGoodAsBefore = [&stage] {
     const HvJobInfo job = Job(0);
     const bool fits = HvDatSendString("$fits", "queue", &job, 0) == HV_OK &&
-                      hvtest::ReadFile(stage.document + "/000001.prn") == "fits";
+                      ReadFile(stage.document + "/000001.prn") == "fits";
     umount2(stage.document.c_str(), MNT_DETACH);
     return fits;
   };
@@ -234,7 +232,7 @@ void FullDisk(Stage& stage) {
 void Answer(Stage& stage, const std::string& status, const std::string& attribute) {
   constexpr std::size_t VersionSize = 2;
   const std::string lengthField = "Content-Length: ";
-  const int connection = hvtest::AcceptFrom(stage.listener);
+  const int connection = AcceptFrom(stage.listener);
   std::string request;
   std::size_t message = std::string::npos;
   std::size_t length = 0;
@@ -273,8 +271,8 @@ const std::string JobNumber = Bytes("\x02\x21\x00\x06job-id\x00\x04\x00\x00\x12\
 Setup Server(std::function<void(Stage&)> serve, Operations operations = {}) {
   return [serve = std::move(serve), operations = std::move(operations)](Stage& stage) {
     stage.expectedOperations = operations;
-    stage.prepare = hvtest::CupsServer::IsInstalled;
-    hvtest::SetVariable("CUPS_SERVER", "127.0.0.1:" + std::to_string(stage.listener.Port()));
+    stage.prepare = CupsServer::IsInstalled;
+    SetVariable("CUPS_SERVER", "127.0.0.1:" + std::to_string(stage.listener.Port()));
     stage.destination = "raw";
     stage.document = stage.folder / "raw";
     if (serve != nullptr) stage.printer = [&stage, serve] { serve(stage); };
@@ -286,10 +284,10 @@ Setup Documents(Behaviour takeDocument, Operations operations) {
   const auto serve = [takeDocument = std::move(takeDocument)](Stage& stage) {
     Answer(stage, Success, TakesJobs);
     Answer(stage, Success, JobNumber);
-    const int document = hvtest::AcceptFrom(stage.listener);
+    const int document = AcceptFrom(stage.listener);
     takeDocument(stage, document);
     while (!stage.jobEnded) {
-      if (hvtest::WaitForInput(stage.listener.Socket(), milliseconds(10))) {
+      if (WaitForInput(stage.listener.Socket(), milliseconds(10))) {
         Answer(stage, Success, "");
       }
     }
@@ -301,7 +299,7 @@ Setup Documents(Behaviour takeDocument, Operations operations) {
 }
 
 void AnswerGarbage(Stage& stage) {
-  const int connection = hvtest::AcceptFrom(stage.listener);
+  const int connection = AcceptFrom(stage.listener);
   send(connection, "\x1B*garbage\r\n\r\n\xFF", 13, MSG_NOSIGNAL);
   close(connection);
 }
@@ -424,7 +422,7 @@ std::size_t SizeOf(const std::string& document) {
 // "code bytes milliseconds" of the job, and all that is wrong beyond that.
 std::string Play(const Case& c) {
   std::signal(SIGPIPE, SIG_DFL);
-  const std::size_t handles = hvtest::OpenHandleCount();
+  const std::size_t handles = OpenHandleCount();
   auto stage = std::make_unique<Stage>();
   c.setup(*stage);
   stage->payload = Payload(c, *stage);
@@ -455,7 +453,7 @@ std::string Play(const Case& c) {
   }
   if (!stage->isAsGoodAsBefore()) wrong += " no further job";
   stage.reset();
-  if (hvtest::OpenHandleCount() != handles) wrong += " open handles";
+  if (OpenHandleCount() != handles) wrong += " open handles";
   return std::to_string(code) + " " + std::to_string(bytes) + " " + std::to_string(taken.count()) +
          wrong;
 }
@@ -469,7 +467,7 @@ class HostilePrinter : public testing::TestWithParam<Case> {
 
 TEST_P(HostilePrinter, GetsAllOrTheJobFailsInTime) {
   const Case& c = GetParam();
-  const hvtest::ChildResult result = hvtest::RunInChild([&] { return Play(c); });
+  const ChildResult result = RunInChild([&] { return Play(c); });
   ASSERT_TRUE(result.finished);
   if (result.answer.empty()) GTEST_SKIP() << "this cannot be had here";
   unsigned code = 0;
@@ -487,7 +485,7 @@ TEST_P(HostilePrinter, GetsAllOrTheJobFailsInTime) {
   if (c.lastError == 0) {
     EXPECT_EQ(result.output, "");
   } else {
-    EXPECT_TRUE(hvtest::IsSpoolerReport(result.output, ShownText(c), c.lastError));
+    EXPECT_TRUE(IsSpoolerReport(result.output, ShownText(c), c.lastError));
   }
 }
 

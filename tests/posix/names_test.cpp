@@ -12,12 +12,11 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::ReadFile;
-using hvtest::ScopedVariable;
+using namespace hvtest;
 
 class Names : public testing::Test {
  protected:
-  const hvtest::TestFolder folder_;
+  const TestFolder folder_;
   const std::string root_ = folder_.Path().string();
   const std::string source_ = folder_.Add("source", "bytes");
 };

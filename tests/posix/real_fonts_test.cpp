@@ -18,8 +18,7 @@
 
 namespace {
 
-using hvtest::InstalledFonts;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 std::string FirstMatch(const std::string& text, const char* pattern) {
   std::smatch match;
@@ -32,7 +31,7 @@ std::string NameInFont(const std::string& bytes) {
 }
 
 void ExpectName(const std::string& path, const std::string& name) {
-  const hvtest::DescribedFont font = hvtest::DescribeFont(path);
+  const DescribedFont font = DescribeFont(path);
   EXPECT_EQ(font.code, name.empty() ? HV_UNUSABLE_FILE : HV_OK) << path;
   EXPECT_EQ(font.info.name, name) << path;
 }
@@ -41,14 +40,14 @@ TEST(RealFonts, AreNamedAsInTheirFiles) {
   const std::vector<std::string> fonts = InstalledFonts(".pfb");
   if (fonts.empty()) GTEST_SKIP() << "no Type 1 fonts are installed";
   for (const std::string& path : fonts) {
-    const std::string bytes = hvtest::ReadFile(path);
+    const std::string bytes = ReadFile(path);
     // Of a line of a PFB 39 characters are looked at, "FontName /" among them.
     ExpectName(path, NameInFont(bytes).substr(0, 29));
     const bool standard = bytes.find("/Encoding StandardEncoding") != std::string::npos;
-    EXPECT_EQ(hvtest::DescribeFont(path).info.flags, standard ? 0x2BU : 0x29U) << path;
+    EXPECT_EQ(DescribeFont(path).info.flags, standard ? 0x2BU : 0x29U) << path;
   }
   for (const std::string& path : InstalledFonts(".pfa")) {
-    ExpectName(path, NameInFont(hvtest::ReadFile(path)));
+    ExpectName(path, NameInFont(ReadFile(path)));
   }
 }
 
@@ -56,8 +55,8 @@ TEST(RealMetrics, AreNamedAsInTheirFiles) {
   const std::vector<std::string> metrics = InstalledFonts(".afm");
   if (metrics.empty()) GTEST_SKIP() << "no font metrics are installed";
   for (const std::string& path : metrics) {
-    const std::string bytes = hvtest::ReadFile(path);
-    const auto [code, info] = hvtest::DescribeFont(path);
+    const std::string bytes = ReadFile(path);
+    const auto [code, info] = DescribeFont(path);
     if (bytes.size() > 65534) {
       EXPECT_EQ(code, HV_LIMIT_REACHED) << path;
       continue;
@@ -77,7 +76,7 @@ std::string RunGhostscript(const TestFolder& folder, const std::string& argument
                               "' && gs -q -dJOBSERVER -dBATCH -dNOPAUSE " + arguments +
                               " > gs.out 2>&1 < /dev/null";
   const int status = std::system(command.c_str());
-  const std::string text = hvtest::ReadFile(out);
+  const std::string text = ReadFile(out);
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << text;
   return text;
 }
@@ -86,16 +85,16 @@ TEST(RealFonts, AreTakenByGhostscriptAndPrintText) {
   if (std::system("gs --version > /dev/null 2>&1") != 0) GTEST_SKIP() << "gs is not installed";
   std::vector<std::string> fonts = InstalledFonts(".pfb");
   for (const std::string& font : InstalledFonts(".pfa")) {
-    if (!NameInFont(hvtest::ReadFile(font)).empty()) fonts.push_back(font);
+    if (!NameInFont(ReadFile(font)).empty()) fonts.push_back(font);
   }
   if (fonts.empty()) GTEST_SKIP() << "no Type 1 fonts are installed";
   // Each font is sent to a PostScript printer that is a file, and asked for by its name then.
   const TestFolder folder;
-  const HvJobInfo job = hvtest::Job(0, JOB_EMULATION_POSTSCRIPT);
+  const HvJobInfo job = Job(0, JOB_EMULATION_POSTSCRIPT);
   std::string files, expected, textFont, textJob;
   std::size_t number = 0;
   for (const std::string& font : fonts) {
-    const std::string name = NameInFont(hvtest::ReadFile(font));
+    const std::string name = NameInFont(ReadFile(font));
     const std::string label = std::to_string(++number);
     const std::string sent = label + ".prn";
     EXPECT_EQ(HvFonDownload(font.c_str(), (folder / sent).c_str(), &job, STORAGE_DEVICE_RAM), HV_OK)

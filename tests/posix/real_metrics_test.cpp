@@ -21,9 +21,7 @@
 
 namespace {
 
-using hvtest::InstalledFonts;
-using hvtest::ReadFile;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // The one that has Debian's modules.
 constexpr const char* DebianPython = "/usr/bin/python3";
@@ -176,10 +174,9 @@ TEST(RealMetrics, ConvertThereAndBack) {
   EXPECT_GT(tooLong, 0U);
   EXPECT_GT(attached, 0U);
   EXPECT_GT(kerned, 0U);
-  const hvtest::ScopedCurrentFolder current(folder.Path());
+  const ScopedCurrentFolder current(folder.Path());
   folder.Add("compare.py", CompareWidths);
-  const hvtest::ProgramRun run =
-      hvtest::RunProgram(DebianPython, {"compare.py", std::to_string(number)});
+  const ProgramRun run = RunProgram(DebianPython, {"compare.py", std::to_string(number)});
   if (run.errors.find("No module named 'fontTools'") != std::string::npos) {
     GTEST_SKIP() << "fontTools is not installed";
   }
@@ -192,10 +189,10 @@ TEST(RealMetrics, ConvertThereAndBack) {
 
 TEST(RealMetrics, TranslateToRoman8AsPythonDoes) {
   // A font in which each character is as wide as its code tells the code of each Windows character.
-  std::string font = hvtest::PclFont({}, {});
+  std::string font = PclFont({}, {});
   for (unsigned code = 1; code < 256; ++code) {
     std::string data = {4, 0, 14, 1, 0, 0};
-    data += std::string(8, '\0') + hvtest::Be16(4 * code);
+    data += std::string(8, '\0') + Be16(4 * code);
     font += "\x1B*c" + std::to_string(code) + "E\x1B(s16W" + data;
   }
   const TestFolder folder;
@@ -210,11 +207,10 @@ TEST(RealMetrics, TranslateToRoman8AsPythonDoes) {
   const std::map<unsigned, int> others = {{145, 96}, {146, 39}, {169, 67}, {173, 45},
                                           {221, 89}, {247, 45}, {253, 121}};
   std::istringstream expected(
-      hvtest::RunProgram(DebianPython,
-                         {"-c",
-                          "for c in range(128, 256):\n"
-                          "  t = bytes([c]).decode('cp1252', 'ignore')\n"
-                          "  print((t.encode('hp-roman8', 'ignore') or b'\\x7f')[0])\n"})
+      RunProgram(DebianPython, {"-c",
+                                "for c in range(128, 256):\n"
+                                "  t = bytes([c]).decode('cp1252', 'ignore')\n"
+                                "  print((t.encode('hp-roman8', 'ignore') or b'\\x7f')[0])\n"})
           .output);
   for (unsigned code = 128; code < 256; ++code) {
     int wanted = 0;
@@ -226,13 +222,13 @@ TEST(RealMetrics, TranslateToRoman8AsPythonDoes) {
 
 TEST(FontConvertDisk, ReplacesAFileInOneStepOrLeavesIt) {
   const TestFolder folder;
-  const std::string afm = folder.Add("font.afm", hvtest::AfmFile("Times"));
+  const std::string afm = folder.Add("font.afm", AfmFile("Times"));
   folder.Add("font.inf", "MSMenuName (Times)\n");
   const std::string out = folder.Add("out.pfm", "old");
   std::filesystem::create_hard_link(out, folder / "link");
   const auto convert = [&] { return HvFonConvert(afm.c_str(), out.c_str(), nullptr, 0, 1); };
   {
-    const hvtest::FileSizeLimit full(100);
+    const FileSizeLimit full(100);
     EXPECT_EQ(convert(), HV_OK);
   }
   EXPECT_EQ(ReadFile(out), "old");

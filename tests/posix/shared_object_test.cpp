@@ -11,7 +11,7 @@
 
 namespace {
 
-using hvtest::RunProgram;
+using namespace hvtest;
 using Names = std::set<std::string>;
 
 const std::string Library = TEST_BINARY_FOLDER "/libHvApiW32.so";
@@ -27,7 +27,7 @@ Names LastWords(const std::string& text) {
 }
 
 TEST(SharedObject, ExportsWhatTheHeaderDeclaresAndNothingElse) {
-  const Names declared = hvtest::DeclaredFunctions(TEST_SOURCE_FOLDER);
+  const Names declared = DeclaredFunctions(TEST_SOURCE_FOLDER);
   ASSERT_EQ(declared.size(), 67U);
   EXPECT_EQ(LastWords(RunProgram("nm", {"-D", "--defined-only", Library}).output), declared);
 }

@@ -16,12 +16,7 @@
 
 namespace {
 
-using hvtest::Job;
-using hvtest::Listener;
-using hvtest::OpenHandleCount;
-using hvtest::SocketPeer;
-using hvtest::TestFolder;
-using hvtest::Words;
+using namespace hvtest;
 
 TEST(SocketQueues, AreFoundByTheirAddress) {
   const std::size_t handles = OpenHandleCount();
@@ -36,20 +31,20 @@ TEST(SocketQueues, AreFoundByTheirAddress) {
     EXPECT_FALSE(peer->Finish().reset);
   };
   {
-    SocketPeer numbers(hvtest::TakeAll);
+    SocketPeer numbers(TakeAll);
     print(&numbers, numbers.Destination());
     // The other addresses of the name do not answer.
-    SocketPeer name(hvtest::TakeAll);
+    SocketPeer name(TakeAll);
     print(&name, "socket://localhost:" + std::to_string(name.Port().Port()));
     // Port 9100 of an address that nobody else has.
     const std::string own = "127.77." + std::to_string(getpid() >> 8 & 0xFF) + "." +
                             std::to_string(1 + (getpid() & 0x7F));
-    SocketPeer standard(hvtest::TakeAll, own, 9100);
+    SocketPeer standard(TakeAll, own, 9100);
     ASSERT_TRUE(standard.Port().IsOpen());
     print(&standard, "socket://" + own);
   }
   if (Listener("::1").IsOpen()) {
-    SocketPeer version6(hvtest::TakeAll, "::1");
+    SocketPeer version6(TakeAll, "::1");
     print(&version6, version6.Destination());
   }
   EXPECT_EQ(OpenHandleCount(), handles);
@@ -78,13 +73,13 @@ TEST(SocketQueues, ResetTheConnectionOfAProgramThatDies) {
   if (child == 0) {
     _exit(static_cast<int>(HvDatSendFile(source.c_str(), printer.Destination().c_str(), &job, 0)));
   }
-  const int connection = hvtest::AcceptFrom(printer);
+  const int connection = AcceptFrom(printer);
   ASSERT_GE(connection, 0);
   char first = 0;
   EXPECT_EQ(recv(connection, &first, 1, 0), 1);
   kill(child, SIGKILL);
   waitpid(child, nullptr, 0);
-  EXPECT_TRUE(hvtest::ReceiveAll(connection).reset);
+  EXPECT_TRUE(ReceiveAll(connection).reset);
   close(connection);
 }
 

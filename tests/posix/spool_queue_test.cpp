@@ -23,12 +23,7 @@
 namespace {
 
 namespace fs = std::filesystem;
-using hvtest::Job;
-using hvtest::OpenHandleCount;
-using hvtest::ReadFile;
-using hvtest::ScopedCurrentFolder;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
+using namespace hvtest;
 using Names = std::vector<std::string>;
 
 // A ticket with each digit of its time as 9.
@@ -76,7 +71,7 @@ TEST_F(SpoolQueues, HoldADocumentAndItsTicket) {
       "\x1B%-12345X@PJL RDYMSG DISPLAY = \"Weekly\nreport\x7F\xE4\"\n"
       "@PJL ENTER LANGUAGE = PCL\na\nb\x1B%-12345X@PJL RDYMSG DISPLAY = \"\"\n\x1B%-12345X";
   EXPECT_EQ(Queued("000001.prn"), document);
-  const std::string user = "\nuser=" + hvtest::UserNameOfSystem();
+  const std::string user = "\nuser=" + UserNameOfSystem();
   const std::string time = "\ntime=9999-99-99T99:99:99Z";
   EXPECT_EQ(WithoutTime(Queued("000001.job")), "name=Weekly report\x7F\xE4" + user + time +
                                                    "\nbytes=" + std::to_string(document.size()) +

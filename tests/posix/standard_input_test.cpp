@@ -10,11 +10,7 @@
 
 namespace {
 
-using hvtest::ProgramRun;
-using hvtest::ReadFile;
-using hvtest::RunProgram;
-using hvtest::ScopedVariable;
-using hvtest::TestFolder;
+using namespace hvtest;
 
 // Runs hvapi in a folder, which has "stdin" as a file of that name or as what is read.
 ProgramRun RunIn(const TestFolder& folder, const std::string& command, const std::string& input) {

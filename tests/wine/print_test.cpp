@@ -15,10 +15,7 @@
 
 namespace {
 
-using hvtest::Bytes;
-using hvtest::CupsServer;
-using hvtest::Listener;
-using hvtest::ScopedVariable;
+using namespace hvtest;
 
 // Runs hvapi.exe in the build folder for Windows; its exit status.
 int RunHvapi(const std::string& arguments) {
@@ -32,9 +29,9 @@ int RunHvapi(const std::string& arguments) {
 std::string ReceiveDocument(const Listener& listener) {
   constexpr int Patience = 6;  // times that of one wait
   for (int i = 0; i < Patience; ++i) {
-    const int connection = hvtest::AcceptFrom(listener);
+    const int connection = AcceptFrom(listener);
     if (connection < 0) continue;
-    const std::string bytes = hvtest::ReceiveAll(connection).bytes;
+    const std::string bytes = ReceiveAll(connection).bytes;
     close(connection);
     return bytes;
   }
@@ -45,7 +42,7 @@ TEST(WindowsSpooler, PrintsTheBytesAndTheName) {
   ASSERT_TRUE(CupsServer::IsInstalled());
   // Files that both systems see lie below the tree.
   const ScopedVariable temporary("TMPDIR", WINDOWS_FOLDER);
-  const hvtest::TestFolder folder;
+  const TestFolder folder;
   const std::string payload =
       Bytes("\x1B\x45\x00\r\n\x1A\xFF%-12345X") + std::string(3000000, '\xA5');
   const std::string source = folder.Add("source", payload);
