@@ -91,20 +91,6 @@ std::string Raster() {
   return rows;
 }
 
-std::string Deflated(const std::string& content) {
-  z_stream stream = {};
-  deflateInit2(&stream, 6, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
-  std::string data(deflateBound(&stream, content.size()), '\0');
-  stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(content.data()));
-  stream.avail_in = static_cast<uInt>(content.size());
-  stream.next_out = reinterpret_cast<Bytef*>(data.data());
-  stream.avail_out = static_cast<uInt>(data.size());
-  deflate(&stream, Z_FINISH);
-  data.resize(stream.total_out);
-  deflateEnd(&stream);
-  return data;
-}
-
 // A content as an archive and as its bare deflated data.
 struct Sample {
   const char* name;
@@ -116,7 +102,8 @@ const std::vector<Sample>& Samples() {
     std::vector<Sample> made = {
         {"text", Text()}, {"program", Program()}, {"literals", Literals()}, {"raster", Raster()}};
     for (const Sample& sample : made) {
-      const std::string data = Deflated(sample.content);
+      const std::string data =
+          hvtest::Deflate(sample.content, Z_DEFAULT_COMPRESSION, Z_DEFAULT_STRATEGY);
       WriteFile(sample.name + std::string(".deflate"), data);
       WriteFile(sample.name + std::string(".zip"),
                 hvtest::BuildZip({hvtest::Packed("member", sample.content, 8, data)}).bytes);

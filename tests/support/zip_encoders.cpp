@@ -129,6 +129,8 @@ std::string ReducedBytes(std::string_view content, unsigned factor) {
   return bytes;
 }
 
+}  // namespace
+
 std::string Deflate(std::string_view content, int level, int strategy) {
   z_stream stream = {};
   deflateInit2(&stream, level, Z_DEFLATED, -15, 9, strategy);
@@ -142,8 +144,6 @@ std::string Deflate(std::string_view content, int level, int strategy) {
   deflateEnd(&stream);
   return data;
 }
-
-}  // namespace
 
 std::string Shrink(std::string_view content) {
   constexpr uint32_t Limit = 8192;

@@ -32,6 +32,8 @@ class BitWriter {
 std::string Shrink(std::string_view content);
 std::string Reduce(std::string_view content, unsigned factor);  // 1 to 4
 std::string Implode(std::string_view content, bool largeWindow, bool literalTree);
+// With zlib's levels and strategies.
+std::string Deflate(std::string_view content, int level, int strategy);
 std::string DeflateDynamic(std::string_view content);
 
 // Lines that are alike, and as many letters without order as make deflate send codes of its own.
