@@ -120,12 +120,12 @@ PclXlResult PclXlJobReader::ReadPage() {
 void PclXlJobReader::PassPlainOperators() {
   constexpr std::size_t Longest = PclXlMaxPlainLength + 2;  // with its attribute
   const uint8_t* const bytes = buffer_.get();
-  std::size_t at = next_;
+  const std::size_t start = next_;
+  std::size_t at = start;
   unsigned values = 0;
   while (at + Longest <= filled_) {
     const unsigned length = PclXlPlainLengths[bytes[at]];
     if (length == 1) {
-      lastOperator_ = bytes[at];
       next_ = ++at;
       values = 0;
     } else if (length > 1 && bytes[at + length] == PclXlAttribute && ++values < MaxValues) {
@@ -134,6 +134,7 @@ void PclXlJobReader::PassPlainOperators() {
       break;
     }
   }
+  if (next_ > start) lastOperator_ = bytes[next_ - 1];
 }
 
 // Reads values and their attributes up to the next operator.
