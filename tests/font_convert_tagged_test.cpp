@@ -137,6 +137,7 @@ TEST(TaggedMetrics, AreRefusedWhenTheyCannotBeUsed) {
       good.substr(0, 4) + Le32(0) + good.substr(8),
       good.substr(0, 4) + Le32(static_cast<uint32_t>(good.size())) + good.substr(8),
       good.substr(0, 100),
+      good + std::string(4U << 20, '\0'),
       withEm(1000, 0),
       withEm(65536, 1),
   };

@@ -75,6 +75,12 @@ TEST(FontConvert, ChecksItsArgumentsBeforeItLooksForTheFile) {
     EXPECT_EQ(Convert(missing, "", type), HV_NOT_FOUND) << type;
   }
   EXPECT_EQ(HvFonConvert(there.c_str(), nullptr, nullptr, 0, 2), HV_BAD_ARGUMENT);
+  // Without a dot the extension makes it longer than a path may be.
+  const std::string long258 = folder / std::string(257 - folder.Path().string().size(), 'x');
+  WriteFile(long258, "");
+  for (const int32_t type : {1, 3, 5}) EXPECT_EQ(Convert(long258, "", type), HV_BAD_ARGUMENT);
+  EXPECT_EQ(Convert(there, long258, 2), HV_BAD_ARGUMENT);
+  std::filesystem::remove(long258);
   EXPECT_EQ(Convert(there, "", 2), HV_BAD_ARGUMENT);
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"font.afm"});
 }

@@ -116,6 +116,7 @@ TEST_F(MacroCreate, FiltersPostScript) {
 
 TEST_F(MacroCreate, FiltersPcl) {
   constexpr uint32_t Default = DEFAULT_FILTER_MASK;
+  const std::string digits(1025, '1');
   const std::string characters = std::string(140, '@') + "\033E\x0C@PJL\nx";
   const struct {
     uint32_t mask;
@@ -132,6 +133,8 @@ TEST_F(MacroCreate, FiltersPcl) {
       {FILTER_DROP_MACRO_DEFINITION, "\x1B&f5y0X\x1B&f1X", "\x1B&f5Y"},
       {Default, "\x1B%0B@PJL\n\x0C\x1B&l2A\x1B%0A\x0C\x1B&l2A", "\x1B%0B@PJL\n\x0C\x1B&l2A\x1B%0A"},
       {Default, "\x1B&n5Wabcdex\x1B&n0Wy", "x\x1B&n0Wy"},
+      // No count of a printer has so many digits.
+      {Default, "\x1B&n" + digits + "Wy", "\x1B&n" + digits + "Wy"},
       {Default, "\033E\x0C\x1B&b1M\x1B&a1G\x1B&r1F\x1B&l1s2L\x1B&l1g1T", "\x1B&l1g1T"},
       {Default, "\x1B*b-5W\033E", "\x1B*b-5W"},
   };

@@ -171,6 +171,8 @@ TEST(PanelControls, HaveSpinLimits) {
     std::vector<int32_t> limits = {66, 66, 77};
     HvOpcGetSpinControlLimits(panel.handle, 418, &limits[0], &limits[1], &limits[2]);
     EXPECT_EQ(limits, expected) << value;
+    HvOpcGetSpinControlLimits(panel.handle, 418, nullptr, &limits[1], &limits[2]);
+    HvOpcGetSpinControlLimits(panel.handle, 418, &limits[0], nullptr, &limits[2]);
     HvOpcGetSpinControlLimits(panel.handle, 418, &limits[0], &limits[1], nullptr);
     HvOpcGetSpinControlLimits(panel.handle, 419, &limits[0], &limits[1], &limits[2]);
     EXPECT_EQ(limits, (std::vector<int32_t>{0, 0, expected[2]})) << value;
