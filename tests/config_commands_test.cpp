@@ -79,11 +79,15 @@ TEST_F(ConfigCommands, EditIniFiles) {
     Check({run});
     EXPECT_EQ(ReadFile("p.ini"), file) << run.command;
   }
-  Check({{"ini set new.ini S K v", ""},
+  folder_.Add("wide.ini", std::string("[\0s\0]\0\n\0", 8));
+  Check({{"ini set wide.ini s k v", "", 27,
+          "\"wide.ini\" holds NUL bytes, as a file of 16-bit characters does, and is left as it is "
+          "(code 27)"},
+         {"ini set new.ini S K v", ""},
          {"ini delete new.ini S X", "there was nothing to remove\n"},
          {"ini delete none.ini S", "", 2, R"(cannot open "none.ini": )" + Missing}});
   EXPECT_EQ(ReadFile("new.ini"), "[S]\r\nK=v\r\n");
-  EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"new.ini", "p.ini"}));
+  EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"new.ini", "p.ini", "wide.ini"}));
 }
 
 TEST_F(ConfigCommands, ReadRecords) {
