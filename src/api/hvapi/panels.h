@@ -71,7 +71,10 @@ HVAPI_EXPORT int32_t HVAPI_CALL HvOpcGetTextListing(HvIniHandle* handle, int32_t
                                                     uint32_t subIndex, uint16_t* values,
                                                     uint32_t valuesSize);
 
-/** Tells the most characters of an edit field, 0 where nothing is known, at most 32767. */
+/**
+ * Tells the most characters of an edit field as the file has them, -32768 to 32767, and 0 where
+ * nothing is known.
+ */
 HVAPI_EXPORT int32_t HVAPI_CALL HvOpcGetMaxEditLength(HvIniHandle* handle, int32_t controlId);
 
 /**
