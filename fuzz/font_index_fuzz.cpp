@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <string_view>
 
 #include "fonts/font_index.h"
@@ -16,9 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::size_t longest = std::max(entry.fontPath.size(), entry.metricsPath.size());
     if (entry.fontPath.empty() || longest > 99 || entry.symbolSet.size() > 3) std::abort();
   }
-  const std::string folder = hvfuzz::WorkFolder() + "/index";
-  std::filesystem::create_directory(folder);
   hvfuzz::WriteInput("index/GLUE.TXT", data, size);
+  const std::string folder = hvfuzz::WorkFolder() + "/index";
   uint16_t count = 0;
   HvFoundResource* list = nullptr;
   hvfuzz::HadMemory(data, size,

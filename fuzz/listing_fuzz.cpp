@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <string>
 
 #include "hvapi.h"
@@ -10,9 +9,8 @@
 #include "support/run_memory.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-  const std::string folder = hvfuzz::WorkFolder() + "/listed";
-  std::filesystem::create_directory(folder);
   hvfuzz::WriteInput("listed/a.cfg", data, size);
+  const std::string folder = hvfuzz::WorkFolder() + "/listed";
   uint16_t count = 0;
   HvConfigFileEntry* list = nullptr;
   hvfuzz::HadMemory(data, size,

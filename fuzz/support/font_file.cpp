@@ -60,6 +60,7 @@ const std::string& WorkFolder() {
 
 std::string WriteInput(const std::string& name, const uint8_t* data, std::size_t size) {
   std::string path = WorkFolder() + "/" + name;
+  fs::create_directories(fs::path(path).parent_path());
   std::FILE* const file = std::fopen(path.c_str(), "wb");
   Check(file != nullptr);
   Check(size == 0 || std::fwrite(data, 1, size, file) == size);

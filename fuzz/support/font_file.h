@@ -10,7 +10,8 @@ namespace hvfuzz {
 // A folder for this process, removed at its end. In memory where the system has such a place.
 const std::string& WorkFolder();
 
-// Writes the bytes as a file of WorkFolder and returns its path.
+// Writes the bytes as a file of WorkFolder, or of a folder in it that the name begins with, and
+// returns its path.
 std::string WriteInput(const std::string& name, const uint8_t* data, std::size_t size);
 
 // Describes the bytes as a file of the extension, in every companion mode.

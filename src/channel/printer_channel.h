@@ -1,9 +1,9 @@
 // The one way by which bytes reach a printer.
 //
-// A channel is filled by its export (job, source, fileMode, targetDevice), opened, written any number of
-// times and closed. Closing is idempotent: framing steps close a channel that failed and the export
-// tests it again, but one close reaches the system. A closed channel takes no bytes. A channel that
-// is destroyed open gives its destination up: an unfinished spooler document leaves nothing.
+// A channel is filled by its export (job, source, fileMode, targetDevice), opened, written any number
+// of times and closed. Closing is idempotent: framing steps close a channel that failed and the
+// export tests it again, but one close reaches the system. A closed channel takes no bytes. A channel
+// that is destroyed open gives its destination up: an unfinished spooler document leaves nothing.
 //
 //   function               result
 //   ChannelOpen            HV_OK, HV_CANNOT_OPEN, HV_NO_MEMORY, HV_CONNECTION_FAILED
@@ -33,8 +33,8 @@ constexpr const char* DefaultJobName = "Pallado Job";
 
 struct PrinterChannel {
   const HvJobInfo* job = nullptr;  // borrowed
-  // The file that the job is made of, or NULL. A destination that is this very file is not opened: it
-  // would be emptied first, or grow without end.
+  // The file that the job is made of, or NULL. A destination that is this very file is not opened:
+  // it would be emptied first, or grow without end.
   const char* source = nullptr;
   uint32_t fileMode = 0;  // index into FileModeTable, for a destination that is a file
   // Where bytes go when the destination is a file. A caller may set this to a stream of its own

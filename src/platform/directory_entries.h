@@ -13,8 +13,8 @@ namespace hv::platform {
 std::vector<DirectoryEntry> EntryNamed(const char* path);
 
 // The entries of a folder, given with its last separator or empty for the current one, whose names
-// match namePattern (see MatchesWildcard), in any order. "." and ".." are left out, and so is what is
-// neither file nor directory: who opens a pipe waits for somebody at its other end.
+// match namePattern (see MatchesWildcard), in any order. "." and ".." are left out, and so is what
+// is neither file nor directory: who opens a pipe waits for somebody at its other end.
 std::vector<DirectoryEntry> MatchingEntries(const std::string& folder,
                                             std::string_view namePattern);
 

@@ -23,8 +23,8 @@ int32_t LowCreateBelow(const char* path, int32_t spared);
 int32_t LowOpen(const char* path, LowAccess access);
 // The number of bytes read, fewer at the end of the file; -1 on failure.
 int64_t LowRead(int32_t handle, void* buffer, std::size_t count);
-// Writes in pieces of at most `piece` bytes; as many as the system takes go with one call. The number
-// of bytes written; fewer when the disk is full or a write failed.
+// Writes in pieces of at most `piece` bytes; as many as the system takes go with one call. The
+// number of bytes written; fewer when the disk is full or a write failed.
 std::size_t LowWrite(int32_t handle, const void* bytes, std::size_t count, std::size_t piece);
 // The new position from the start; -1 on failure.
 int64_t LowSeek(int32_t handle, int64_t offset, LowOrigin origin);

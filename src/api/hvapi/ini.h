@@ -58,8 +58,8 @@ HVAPI_EXPORT HvIniHandle* HVAPI_CALL HvIniOpen(const char* path);
 
 /**
  * Writes a changed file back and releases the handle, which must not be NULL. The old file is
- * replaced only by a complete new one. One that holds NUL bytes, as a file of 16-bit characters does,
- * is not replaced: its lines were read to their first NUL alone.
+ * replaced only by a complete new one. One that holds NUL bytes, as a file of 16-bit characters
+ * does, is not replaced: its lines were read to their first NUL alone.
  * @return 1, or 0 when the file could not be written: it is as it was, the changes are lost.
  */
 HVAPI_EXPORT uint32_t HVAPI_CALL HvIniClose(HvIniHandle* handle);
